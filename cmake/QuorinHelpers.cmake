@@ -1,0 +1,58 @@
+# quorin_add_library(<name> [DEPS <targets>...])
+# A static library made of every .cpp/.h in the calling folder (recursing into
+# subfolders), with the folder's parent (src/) as include root, so headers are
+# included as "core/VORAUtility.h".
+function(quorin_add_library name)
+  cmake_parse_arguments(ARG "" "" "DEPS" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS
+       "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  get_filename_component(parent "${CMAKE_CURRENT_SOURCE_DIR}" DIRECTORY)
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  if(NOT sources)
+    # A folder whose first class has not arrived yet.
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE "${parent}")
+    target_link_libraries(${name} INTERFACE ${ARG_DEPS})
+    return()
+  endif()
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS
+       "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC "${parent}" "${CMAKE_CURRENT_BINARY_DIR}")
+  target_link_libraries(${name} PUBLIC ${ARG_DEPS})
+  quorin_warnings(${name})
+endfunction()
+
+function(quorin_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra)
+endfunction()
+
+# quorin_add_test(<name> SOURCES <files>... LIBS <targets>... LABEL unit|integration|gui)
+# One Qt Test executable, registered with CTest. Every test runs with the
+# offscreen platform and a fresh temporary app home (QUORIN_HOME) per run.
+function(quorin_add_test name)
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBS" ${ARGN})
+  if(NOT ARG_LABEL)
+    set(ARG_LABEL unit)
+  endif()
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 240)
+  endif()
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE quorin_testsupport Qt6::Test ${ARG_LIBS})
+  quorin_warnings(${name})
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    LABELS "${ARG_LABEL}"
+    TIMEOUT ${ARG_TIMEOUT}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=*.debug=false")
+endfunction()
+
+# quorin_add_bench(<name> SOURCES <files>... LIBS <targets>...)
+# Benchmarks are built with the project but never registered with CTest.
+function(quorin_add_bench name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBS})
+  quorin_warnings(${name})
+endfunction()

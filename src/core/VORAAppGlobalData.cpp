@@ -10,8 +10,6 @@
 #include <QMutexLocker>
 #include <QThread>
 
-#include <limits>
-
 namespace {
 
 QMutex &factoryMutex()
@@ -79,15 +77,20 @@ VORAAppGlobalData::VORAAppGlobalData()
     else
         qCInfo(lcCore) << "no bookshelf manager factory installed";
 
-    // 4. The daily bookshelf check. A status without a valid time never synced.
-    const QDateTime last = m_appStatus.bookshelfUpdateTime();
-    const qint64 elapsed = last.isValid()
-        ? last.secsTo(QDateTime::currentDateTimeUtc())
-        : std::numeric_limits<qint64>::max();
-    if (elapsed > bookshelfSyncInterval && m_bookShelfManager && VORAUtility::isExistenceNetwork()) {
+    // 4. The daily bookshelf check.
+    if (m_bookShelfManager
+        && isBookshelfSyncDue(m_appStatus.bookshelfUpdateTime(), QDateTime::currentDateTimeUtc())
+        && VORAUtility::isExistenceNetwork()) {
         if (!QMetaObject::invokeMethod(m_bookShelfManager, "syncBookshelfFromServer"))
             qCWarning(lcCore) << "the bookshelf manager has no syncBookshelfFromServer";
     }
+}
+
+bool VORAAppGlobalData::isBookshelfSyncDue(const QDateTime &lastSync, const QDateTime &now)
+{
+    if (!lastSync.isValid())
+        return true;
+    return lastSync.secsTo(now) > bookshelfSyncInterval;
 }
 
 VORAAppGlobalData::~VORAAppGlobalData()

@@ -48,6 +48,9 @@ public:
     std::optional<VORAAppStatus> loadAppStatus() const;
 
     static constexpr qint64 bookshelfSyncInterval = 86400;
+    // Step 4's time rule: true when more than 86400 whole seconds lie between
+    // the last synchronisation and now (an invalid time never synced).
+    static bool isBookshelfSyncDue(const QDateTime &lastSync, const QDateTime &now);
 
 private:
     VORAUser m_user;

@@ -1,0 +1,140 @@
+#include "platform/KeyedArchive.h"
+
+#include "TestHome.h"
+
+#include <QCborArray>
+#include <QCborMap>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#include <unistd.h>
+
+class tst_KeyedArchive : public QObject
+{
+    Q_OBJECT
+private slots:
+    void roundTrip();
+    void ownerOnlyMode();
+    void damagedFilesLoadAsUndefined_data();
+    void damagedFilesLoadAsUndefined();
+    void failedWriteKeepsTheOldFile();
+
+private:
+    static void writeRaw(const QString &path, const QByteArray &bytes)
+    {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+};
+
+void tst_KeyedArchive::roundTrip()
+{
+    TestHome home;
+    const QString path = home.filePath("deep/er/AppStatus.txt"); // parents are created
+    QCborMap object{{QStringLiteral("appOpenCount"), 3},
+                    {QStringLiteral("deviceId"), QStringLiteral("ABC")},
+                    {QStringLiteral("when"), QCborValue(QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC))}};
+    QVERIFY(KeyedArchive::save(path, "AppStatus", object));
+
+    const QCborValue loaded = KeyedArchive::load(path, "AppStatus");
+    QVERIFY(loaded.isMap());
+    QCOMPARE(loaded.toMap().value(QStringLiteral("appOpenCount")).toInteger(), 3);
+    QCOMPARE(loaded.toMap().value(QStringLiteral("when")).toDateTime(),
+             QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC));
+    QVERIFY(KeyedArchive::load(path, "User").isUndefined()); // other key
+
+    // The file is one CBOR map {key: object}, and a second save replaces it.
+    QVERIFY(KeyedArchive::save(path, "AppStatus", QCborValue(7)));
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    const QCborValue root = QCborValue::fromCbor(f.readAll());
+    QCOMPARE(root.toMap().size(), 1);
+    QCOMPARE(root.toMap().value(QStringLiteral("AppStatus")).toInteger(), 7);
+    // No temporary file is left behind.
+    QCOMPARE(QDir(home.filePath("deep/er")).entryList(QDir::Files), QStringList{"AppStatus.txt"});
+}
+
+void tst_KeyedArchive::ownerOnlyMode()
+{
+    TestHome home;
+    const QString secret = home.filePath("User.txt");
+    const QString plain = home.filePath("Plain.txt");
+    QVERIFY(KeyedArchive::save(secret, "User", QCborMap{{QStringLiteral("key"), QStringLiteral("k")}}, true));
+    QVERIFY(KeyedArchive::save(plain, "User", QCborMap{}, false));
+
+    const auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther
+        | QFileDevice::WriteOther;
+    QCOMPARE(QFileInfo(secret).permissions() & others, QFileDevice::Permissions());
+    QVERIFY(QFileInfo(secret).permissions() & QFileDevice::ReadOwner);
+
+    // Rewriting a file that was world-readable makes it owner-only as well.
+    QVERIFY(QFile::setPermissions(plain, QFile::permissions(plain) | QFileDevice::ReadOther));
+    QVERIFY(KeyedArchive::save(plain, "User", QCborMap{}, true));
+    QCOMPARE(QFileInfo(plain).permissions() & others, QFileDevice::Permissions());
+}
+
+void tst_KeyedArchive::damagedFilesLoadAsUndefined_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray valid = QCborValue(QCborMap{
+        {QStringLiteral("User"), QCborMap{{QStringLiteral("nickName"), QStringLiteral("someone")}}}}).toCbor();
+
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("truncated") << valid.left(valid.size() / 2);
+    QTest::newRow("one byte short") << valid.chopped(1);
+    QTest::newRow("text") << QByteArray("{\"User\": {}}");
+    QTest::newRow("garbage") << QByteArray("\xff\xfe\x00\x13garbage\x9f\x9f", 13);
+    QTest::newRow("zeros") << QByteArray(4096, '\0');
+    QTest::newRow("array, not a map") << QCborValue(QCborArray{1, 2}).toCbor();
+    QTest::newRow("map without the key")
+        << QCborValue(QCborMap{{QStringLiteral("Other"), 1}}).toCbor();
+    QTest::newRow("integer key") << QCborValue(QCborMap{{1, 2}}).toCbor();
+    // A map announcing 2^32 entries, and a text string announcing 2^63 bytes.
+    QTest::newRow("huge map header") << QByteArray("\xba\xff\xff\xff\xff", 5);
+    QTest::newRow("huge string header")
+        << QByteArray("\xa1\x64User\x7b\x7f\xff\xff\xff\xff\xff\xff\xff", 15);
+}
+
+void tst_KeyedArchive::damagedFilesLoadAsUndefined()
+{
+    QFETCH(QByteArray, bytes);
+    TestHome home;
+    const QString path = home.filePath("User.txt");
+    writeRaw(path, bytes);
+    QVERIFY(KeyedArchive::load(path, "User").isUndefined());
+    // A missing file and a directory in the file's place read the same way.
+    QVERIFY(KeyedArchive::load(home.filePath("Missing.txt"), "User").isUndefined());
+    QVERIFY(QDir().mkpath(home.filePath("Dir.txt")));
+    QVERIFY(KeyedArchive::load(home.filePath("Dir.txt"), "User").isUndefined());
+}
+
+void tst_KeyedArchive::failedWriteKeepsTheOldFile()
+{
+    TestHome home;
+    // A regular file where the parent directory should be: no write possible,
+    // whoever runs the test.
+    writeRaw(home.filePath("blocked"), "x");
+    QVERIFY(!KeyedArchive::save(home.filePath("blocked/User.txt"), "User", QCborValue(1)));
+
+    // A directory in place of the file itself.
+    QVERIFY(QDir().mkpath(home.filePath("User.txt")));
+    QVERIFY(!KeyedArchive::save(home.filePath("User.txt"), "User", QCborValue(1)));
+
+    // An unwritable directory keeps what it held.
+    const QString dir = home.filePath("ro");
+    QVERIFY(QDir().mkpath(dir));
+    QVERIFY(KeyedArchive::save(dir + "/AppStatus.txt", "AppStatus", QCborValue(1)));
+    if (::geteuid() == 0)
+        QSKIP("running as root: directory permissions do not stop writes");
+    QVERIFY(QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+    const bool saved = KeyedArchive::save(dir + "/AppStatus.txt", "AppStatus", QCborValue(2));
+    QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QVERIFY(!saved);
+    QCOMPARE(KeyedArchive::load(dir + "/AppStatus.txt", "AppStatus").toInteger(), 1);
+}
+
+QTEST_GUILESS_MAIN(tst_KeyedArchive)
+#include "tst_keyedarchive.moc"

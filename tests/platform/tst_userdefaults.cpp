@@ -1,0 +1,116 @@
+#include "platform/AppDirectories.h"
+#include "platform/UserDefaults.h"
+
+#include "TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTest>
+
+class tst_UserDefaults : public QObject
+{
+    Q_OBJECT
+private slots:
+    void appDirectoriesFollowTheHome();
+    void absentKeysAndWrongTypes();
+    void valuesReachTheFileAtOnce();
+    void standardFollowsTheHome();
+};
+
+void tst_UserDefaults::appDirectoriesFollowTheHome()
+{
+    TestHome home;
+    QCOMPARE(AppDirectories::home(), home.path());
+    QCOMPARE(AppDirectories::documents(), home.path() + "/Documents");
+    QCOMPARE(AppDirectories::caches(), home.path() + "/Library/Caches");
+    QCOMPARE(AppDirectories::applicationSupport(), home.path() + "/Library/Application Support");
+    QCOMPARE(AppDirectories::preferences(), home.path() + "/Library/Preferences");
+
+    AppDirectories::ensureLayout();
+    for (const QString &dir : {AppDirectories::documents(), AppDirectories::caches(),
+                               AppDirectories::applicationSupport(), AppDirectories::preferences()})
+        QVERIFY2(QFileInfo(dir).isDir(), qPrintable(dir));
+
+    // A trailing separator in the variable does not double up.
+    qputenv("QUORIN_HOME", (home.path() + "/").toUtf8());
+    QCOMPARE(AppDirectories::documents(), home.path() + "/Documents");
+    // Without the variable: the platform's data location, never an empty path.
+    qunsetenv("QUORIN_HOME");
+    QVERIFY(!AppDirectories::home().isEmpty());
+    QVERIFY(!AppDirectories::home().endsWith('/'));
+    qputenv("QUORIN_HOME", home.path().toUtf8());
+}
+
+void tst_UserDefaults::absentKeysAndWrongTypes()
+{
+    TestHome home;
+    UserDefaults defaults(home.filePath("prefs.ini"));
+    QVERIFY(!defaults.contains("KIsVerticalScreen"));
+    QCOMPARE(defaults.boolForKey("KIsVerticalScreen"), false);
+    QCOMPARE(defaults.doubleForKey("KLuminanceValue"), 0.0);
+    QVERIFY(defaults.dictionaryForKey("QQLoginData").isEmpty());
+    QVERIFY(!defaults.value("missing").isValid());
+
+    defaults.setValue("text", "not a number");
+    QCOMPARE(defaults.doubleForKey("text"), 0.0);
+    QCOMPARE(defaults.boolForKey("text"), false);
+    QVERIFY(defaults.dictionaryForKey("text").isEmpty());
+
+    defaults.setValue("zero", 0);
+    QVERIFY(defaults.contains("zero"));
+    QCOMPARE(defaults.boolForKey("zero"), false);
+    defaults.remove("zero");
+    QVERIFY(!defaults.contains("zero"));
+}
+
+void tst_UserDefaults::valuesReachTheFileAtOnce()
+{
+    TestHome home;
+    const QString path = home.filePath("Library/Preferences/test.ini");
+    {
+        UserDefaults defaults(path);
+        defaults.setValue("KIsVerticalScreen", false);
+        defaults.setValue("KIsNotifyUpdate", true);
+        defaults.setValue("KLuminanceValue", 0.25);
+        defaults.setValue("QQLoginData", QVariantMap{{"QQLoginnickName", "小明"}});
+        defaults.setValue("gone", 1);
+        defaults.remove("gone");
+        // Written without waiting for the store to go away.
+        QVERIFY(QFileInfo(path).size() > 0);
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        const QByteArray text = f.readAll();
+        QVERIFY(text.contains("KIsVerticalScreen=false"));
+        QVERIFY(!text.contains("gone"));
+    }
+    // A new store over the same file reads what the old one wrote.
+    UserDefaults again(path);
+    QVERIFY(again.contains("KIsVerticalScreen"));
+    QCOMPARE(again.boolForKey("KIsVerticalScreen"), false);
+    QCOMPARE(again.boolForKey("KIsNotifyUpdate"), true);
+    QCOMPARE(again.doubleForKey("KLuminanceValue"), 0.25);
+    QCOMPARE(again.dictionaryForKey("QQLoginData").value("QQLoginnickName").toString(),
+             QString("小明"));
+    QVERIFY(!again.contains("gone"));
+}
+
+void tst_UserDefaults::standardFollowsTheHome()
+{
+    TestHome first;
+    UserDefaults &defaults = UserDefaults::standard();
+    QCOMPARE(defaults.filePath(), first.path() + "/Library/Preferences/com.quorin.reader.ini");
+    defaults.setValue("where", "first");
+    QVERIFY(QFileInfo::exists(defaults.filePath()));
+    {
+        TestHome second;
+        QVERIFY(!defaults.contains("where"));
+        defaults.setValue("where", "second");
+        QCOMPARE(defaults.value("where").toString(), QString("second"));
+    }
+    QCOMPARE(defaults.value("where").toString(), QString("first"));
+}
+
+QTEST_GUILESS_MAIN(tst_UserDefaults)
+#include "tst_userdefaults.moc"

@@ -381,8 +381,23 @@ bool VORAUtility::isNumberAndLetterString(const QString &s)
 QString VORAUtility::encodeUrlParameter(const QString &s)
 {
     // Escapes only what may not stand in a URL (blanks, quotes, <>\^`{|}, control
-    // and non-ASCII characters); reserved characters and "%" stay.
-    return QString::fromLatin1(QUrl::toPercentEncoding(s, "!#$%&'()*+,/:;=?@[]~"));
+    // and non-ASCII characters); reserved characters and "%" stay as they are.
+    static const QByteArray kept("-._~!#$%&'()*+,/:;=?@[]");
+    const QByteArray utf8 = s.toUtf8();
+    QByteArray out;
+    out.reserve(utf8.size());
+    for (const char c : utf8) {
+        const uchar u = uchar(c);
+        if ((u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9')
+            || kept.contains(c)) {
+            out += c;
+        } else {
+            out += '%';
+            out += "0123456789ABCDEF"[u >> 4];
+            out += "0123456789ABCDEF"[u & 0x0f];
+        }
+    }
+    return QString::fromLatin1(out);
 }
 
 QString VORAUtility::urlParameterEscape(const QString &s)

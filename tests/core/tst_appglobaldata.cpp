@@ -1,0 +1,522 @@
+#include "core/VORAAppGlobalData.h"
+#include "core/VORAArchiveNames.h"
+#include "core/VORAUtility.h"
+
+#include "platform/AppDirectories.h"
+#include "platform/KeyedArchive.h"
+#include "platform/UserDefaults.h"
+
+#include "TestHome.h"
+
+#include <QCborMap>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHostAddress>
+#include <QJsonDocument>
+#include <QPointer>
+#include <QTcpServer>
+#include <QTest>
+
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// Stands in for the store's bookshelf manager, which lives in a higher library.
+class BookshelfManagerDouble : public QObject
+{
+    Q_OBJECT
+public:
+    int syncCalls = 0;
+    VORAAppGlobalData *holder = nullptr;
+    Q_INVOKABLE void syncBookshelfFromServer() { ++syncCalls; }
+};
+
+class tst_AppGlobalData : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    void firstStartThenSecondStart();
+    void statusWrittenByAnEarlierRun();
+    void damagedArchivesLoadAsDefaults_data();
+    void damagedArchivesLoadAsDefaults();
+    void unwritableUserData();
+    void userFileIsOwnerOnly();
+    void userDecodingIsDefensive_data();
+    void userDecodingIsDefensive();
+    void logonOutKeepsTheAccountIdentity();
+    void saveUserWithReturnData_data();
+    void saveUserWithReturnData();
+    void bookshelfSyncTimeRule_data();
+    void bookshelfSyncTimeRule();
+    void bookshelfSyncAtStart_data();
+    void bookshelfSyncAtStart();
+
+private:
+    static QString userDataFile(const char *name)
+    {
+        return VORAUtility::getUserDataDirectory() + QString::fromUtf8(name);
+    }
+    static void writeRaw(const QString &path, const QByteArray &bytes)
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+    static void startUp()
+    {
+        AppDirectories::ensureLayout();
+        VORAUtility::createUserDataDirectory();
+        VORAUtility::createSupportDataDirectory();
+        VORAUtility::createComicBookDirectory();
+    }
+
+    std::unique_ptr<TestHome> m_home;
+    QList<BookshelfManagerDouble *> m_made;
+};
+
+void tst_AppGlobalData::init()
+{
+    m_home = std::make_unique<TestHome>();
+    qunsetenv("QUORIN_API_BASE");
+    m_made.clear();
+    VORAAppGlobalData::setBookShelfManagerFactory([this](VORAAppGlobalData *holder) {
+        auto *manager = new BookshelfManagerDouble;
+        manager->holder = holder;
+        m_made << manager;
+        return manager;
+    });
+}
+
+void tst_AppGlobalData::cleanup()
+{
+    VORAAppGlobalData::setBookShelfManagerFactory({});
+    qunsetenv("QUORIN_API_BASE");
+    m_home.reset();
+}
+
+void tst_AppGlobalData::firstStartThenSecondStart()
+{
+    startUp();
+    for (const QString &dir : {VORAUtility::getUserDataDirectory(), VORAUtility::getSupportDataDirectory(),
+                               VORAUtility::comicBookDirectory(), VORAUtility::getCachesDirectory()})
+        QVERIFY2(QFileInfo(dir).isDir(), qPrintable(dir));
+
+    const QDateTime before = QDateTime::currentDateTimeUtc().addSecs(-1);
+    QString deviceId;
+    QDateTime syncTime;
+    {
+        VORAAppGlobalData first;
+        VORAAppStatus *status = first.appStatus();
+        QCOMPARE(status->fromAppStore(), 1);
+        QCOMPARE(status->autoUpdate(), 0);
+        QCOMPARE(status->appOpenCount(), 0);
+        QVERIFY(!status->deviceId().isEmpty());
+        QVERIFY(status->bookshelfUpdateTime() >= before);
+        QVERIFY(!first.user()->isLogin());
+        QCOMPARE(first.user()->userType(), 1);
+        QVERIFY(first.user()->nickName().isEmpty());
+        // The holder handed itself to the factory and keeps the manager.
+        QCOMPARE(m_made.size(), 1);
+        QCOMPARE(first.bookShelfManager(), m_made.first());
+        QCOMPARE(m_made.first()->holder, &first);
+        QCOMPARE(m_made.first()->syncCalls, 0); // synced "now": nothing to do
+        // Creating the holder writes nothing; the start-up saves after counting.
+        QVERIFY(!QFileInfo::exists(userDataFile(VORAArchiveNames::appStatusFile)));
+
+        status->setAppOpenCount(status->appOpenCount() + 1);
+        first.user()->setKey(QString("")); // an empty key still means signed in
+        first.user()->setUserId("42");
+        QVERIFY(first.saveAppStatus());
+        QVERIFY(first.saveUser());
+        deviceId = status->deviceId();
+        syncTime = status->bookshelfUpdateTime();
+    }
+    {
+        VORAAppGlobalData second;
+        QCOMPARE(second.appStatus()->appOpenCount(), 1);
+        QCOMPARE(second.appStatus()->deviceId(), deviceId);
+        QCOMPARE(second.appStatus()->bookshelfUpdateTime(), syncTime);
+        QCOMPARE(second.appStatus()->fromAppStore(), 1);
+        QVERIFY(second.user()->isLogin());
+        QCOMPARE(second.user()->key(), std::optional<QString>(QString("")));
+        QCOMPARE(second.user()->userId(), QString("42"));
+    }
+    // Another home, another first start: a different device id.
+    TestHome other;
+    VORAAppGlobalData elsewhere;
+    QVERIFY(elsewhere.appStatus()->deviceId() != deviceId);
+}
+
+void tst_AppGlobalData::statusWrittenByAnEarlierRun()
+{
+    const QDateTime synced = QDateTime::currentDateTimeUtc().addSecs(-60);
+    QCborMap old;
+    old.insert(QStringLiteral("appOpenCount"), 41);
+    old.insert(QStringLiteral("appHelpFirstPageCount"), 2);
+    old.insert(QStringLiteral("appHelpBookshelfCount"), 3);
+    old.insert(QStringLiteral("bookshelfUpdateTime"), QCborValue(synced));
+    old.insert(QStringLiteral("deviceId"), QStringLiteral("OLD-DEVICE"));
+    old.insert(QStringLiteral("backgroundString"), QStringLiteral("two"));
+    old.insert(QStringLiteral("fromAppStroe"), 0);
+    old.insert(QStringLiteral("fromAppStore"), 1); // not the archive key: ignored
+    old.insert(QStringLiteral("autoUpdate"), 1);   // never taken from the file
+    writeRaw(userDataFile(VORAArchiveNames::appStatusFile),
+             QCborValue(QCborMap{{QStringLiteral("AppStatus"), old}}).toCbor());
+
+    VORAAppGlobalData global;
+    const VORAAppStatus *s = global.appStatus();
+    QCOMPARE(s->appOpenCount(), 41);
+    QCOMPARE(s->appHelpFirstPageCount(), 2);
+    QCOMPARE(s->appHelpBookshelfCount(), 3);
+    QCOMPARE(s->bookshelfUpdateTime(), synced);
+    QCOMPARE(s->deviceId(), QString("OLD-DEVICE"));
+    QCOMPARE(s->backgroundString(), QString("two"));
+    QCOMPARE(s->fromAppStore(), 0);
+    QCOMPARE(s->autoUpdate(), 0);
+
+    // Written back under the old key, and still without autoUpdate.
+    global.appStatus()->setAutoUpdate(1);
+    QVERIFY(global.saveAppStatus());
+    const QCborMap saved = KeyedArchive::load(userDataFile(VORAArchiveNames::appStatusFile),
+                                              "AppStatus").toMap();
+    QVERIFY(saved.contains(QStringLiteral("fromAppStroe")));
+    QVERIFY(!saved.contains(QStringLiteral("fromAppStore")));
+    QVERIFY(!saved.contains(QStringLiteral("autoUpdate")));
+}
+
+void tst_AppGlobalData::damagedArchivesLoadAsDefaults_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray valid =
+        QCborValue(QCborMap{{QStringLiteral("AppStatus"), QCborMap{{QStringLiteral("appOpenCount"), 9}}},
+                            {QStringLiteral("User"), QCborMap{{QStringLiteral("key"), QStringLiteral("k")}}}})
+            .toCbor();
+    QTest::newRow("missing") << QByteArray();
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("truncated") << valid.left(valid.size() - 3);
+    QTest::newRow("garbage") << QByteArray("\x00\xde\xad\xbe\xef garbage", 14);
+    QTest::newRow("json") << QByteArray("{\"AppStatus\":{\"appOpenCount\":9}}");
+    QTest::newRow("root object is a number")
+        << QCborValue(QCborMap{{QStringLiteral("AppStatus"), 5}, {QStringLiteral("User"), 5}}).toCbor();
+    QTest::newRow("root object is text")
+        << QCborValue(QCborMap{{QStringLiteral("AppStatus"), "x"}, {QStringLiteral("User"), "x"}}).toCbor();
+    QTest::newRow("other keys") << QCborValue(QCborMap{{QStringLiteral("History"), QCborMap{}}}).toCbor();
+}
+
+void tst_AppGlobalData::damagedArchivesLoadAsDefaults()
+{
+    QFETCH(QByteArray, bytes);
+    if (QByteArray(QTest::currentDataTag()) != "missing") {
+        writeRaw(userDataFile(VORAArchiveNames::appStatusFile), bytes);
+        writeRaw(userDataFile(VORAArchiveNames::userFile), bytes);
+    }
+    VORAAppGlobalData global;
+    QCOMPARE(global.appStatus()->fromAppStore(), 1);
+    QCOMPARE(global.appStatus()->appOpenCount(), 0);
+    QVERIFY(!global.appStatus()->deviceId().isEmpty());
+    QVERIFY(global.appStatus()->bookshelfUpdateTime().isValid());
+    QVERIFY(!global.user()->isLogin());
+    QCOMPARE(global.user()->userType(), 1);
+    // A damaged file is replaced by the next save.
+    QVERIFY(global.saveAppStatus());
+    QVERIFY(global.loadAppStatus().has_value());
+}
+
+void tst_AppGlobalData::unwritableUserData()
+{
+    // A file where the user-data directory should be: nothing can be saved or
+    // loaded, whoever runs the test, and both starts come up with defaults.
+    QDir().mkpath(AppDirectories::documents() + "/com.quorin.reader");
+    writeRaw(QDir::cleanPath(VORAUtility::getUserDataDirectory()), "not a directory");
+    {
+        VORAAppGlobalData global;
+        global.appStatus()->setAppOpenCount(5);
+        QVERIFY(!global.saveAppStatus());
+        QVERIFY(!global.saveUser());
+    }
+    {
+        VORAAppGlobalData again;
+        QCOMPARE(again.appStatus()->appOpenCount(), 0);
+        QCOMPARE(again.appStatus()->fromAppStore(), 1);
+    }
+
+    // A read-only directory (mode 0500) with a status already in it.
+    QVERIFY(QFile::remove(QDir::cleanPath(VORAUtility::getUserDataDirectory())));
+    VORAUtility::createUserDataDirectory();
+    {
+        VORAAppGlobalData global;
+        global.appStatus()->setAppOpenCount(3);
+        QVERIFY(global.saveAppStatus());
+    }
+    if (::geteuid() == 0)
+        QSKIP("running as root: directory permissions do not stop writes");
+    const QString dir = VORAUtility::getUserDataDirectory();
+    QVERIFY(QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+    bool saved = true;
+    {
+        VORAAppGlobalData global;
+        QCOMPARE(global.appStatus()->appOpenCount(), 3);
+        global.appStatus()->setAppOpenCount(4);
+        saved = global.saveAppStatus() || global.saveUser();
+    }
+    // Unreadable files load as defaults.
+    QVERIFY(QFile::setPermissions(dir + "AppStatus.txt", QFileDevice::Permissions()));
+    VORAAppGlobalData unreadable;
+    QFile::setPermissions(dir + "AppStatus.txt", QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QVERIFY(!saved);
+    QCOMPARE(unreadable.appStatus()->appOpenCount(), 0);
+    VORAAppGlobalData readable;
+    QCOMPARE(readable.appStatus()->appOpenCount(), 3); // the failed save lost nothing
+}
+
+void tst_AppGlobalData::userFileIsOwnerOnly()
+{
+    startUp();
+    const QString path = userDataFile(VORAArchiveNames::userFile);
+    writeRaw(path, "old"); // an earlier, world-readable file
+    QVERIFY(QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::ReadOther
+                                            | QFileDevice::ReadGroup));
+    VORAAppGlobalData global;
+    global.user()->setKey(QString("secret"));
+    QVERIFY(global.saveUser());
+    struct stat st {};
+    QCOMPARE(::stat(QFile::encodeName(path).constData(), &st), 0);
+    QCOMPARE(int(st.st_mode & 0777), 0600);
+    QCOMPARE(global.loadUser()->key(), std::optional<QString>(QString("secret")));
+}
+
+void tst_AppGlobalData::userDecodingIsDefensive_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QCborValue>("stored");
+    QTest::addColumn<int>("expected");
+
+    for (int t : {1, 2, 3})
+        QTest::addRow("userType %d", t) << "userType" << QCborValue(t) << t;
+    for (int t : {0, 4, 7, -1})
+        QTest::addRow("userType %d", t) << "userType" << QCborValue(t) << 1;
+    QTest::newRow("userType as text") << "userType" << QCborValue("2") << 1;
+    QTest::newRow("userType as double") << "userType" << QCborValue(2.0) << 1;
+    QTest::newRow("userType beyond int") << "userType" << QCborValue(qint64(1) << 32 | 2) << 1;
+    for (int t : {0, 1})
+        QTest::addRow("userViewJumpType %d", t) << "userViewJumpType" << QCborValue(t) << t;
+    QTest::newRow("userViewJumpType 2") << "userViewJumpType" << QCborValue(2) << 0;
+    for (int t : {0, 1, 2})
+        QTest::addRow("userViewJumpIsTopupType %d", t) << "userViewJumpIsTopupType" << QCborValue(t) << t;
+    QTest::newRow("userViewJumpIsTopupType 3") << "userViewJumpIsTopupType" << QCborValue(3) << 0;
+    QTest::newRow("userViewJumpIsTopupType -1") << "userViewJumpIsTopupType" << QCborValue(-1) << 0;
+}
+
+void tst_AppGlobalData::userDecodingIsDefensive()
+{
+    QFETCH(QString, field);
+    QFETCH(QCborValue, stored);
+    QFETCH(int, expected);
+    QCborMap user{{QStringLiteral("userId"), QStringLiteral("7")},
+                  {QStringLiteral("key"), 12345}, // not text: no key
+                  {QStringLiteral("level"), QStringLiteral("high")},
+                  {QStringLiteral("nickName"), QCborValue(QCborValue::Null)}};
+    user.insert(field, stored);
+    writeRaw(userDataFile(VORAArchiveNames::userFile),
+             QCborValue(QCborMap{{QStringLiteral("User"), user}}).toCbor());
+
+    VORAAppGlobalData global;
+    const VORAUser *u = global.user();
+    const int actual = field == "userType"   ? u->userType()
+        : field == "userViewJumpType"        ? u->userViewJumpType()
+                                             : u->userViewJumpIsTopupType();
+    QCOMPARE(actual, expected);
+    QCOMPARE(u->userId(), QString("7"));
+    QVERIFY(!u->isLogin());
+    QCOMPARE(u->level(), 0);
+    QVERIFY(u->nickName().isEmpty());
+}
+
+void tst_AppGlobalData::logonOutKeepsTheAccountIdentity()
+{
+    startUp();
+    UserDefaults::standard().setValue("QQLoginData", QVariantMap{{"QQLoginnickName", "qq name"}});
+    UserDefaults::standard().setValue("KIsVerticalScreen", false);
+
+    VORAAppGlobalData global;
+    VORAUser *u = global.user();
+    u->setNickName("reader");
+    u->setKey(QString("session"));
+    u->setUserType(2);
+    u->setFaceImage("http://img/face.png");
+    u->setVipUser("1");
+    u->setUserId("10086");
+    u->setLevel(5);
+    u->setTicket(2);
+    u->setUserName("reader01");
+    u->setSiteName("qq");
+    u->setUserCoin(300);
+    QVERIFY(u->isLogin());
+
+    u->logonOut();
+    QVERIFY(!u->isLogin());
+    QCOMPARE(u->userType(), 1);
+    QVERIFY(u->nickName().isEmpty());
+    QVERIFY(u->faceImage().isEmpty());
+    QVERIFY(u->vipUser().isEmpty());
+    QVERIFY(u->userName().isEmpty());
+    QCOMPARE(u->userId(), QString("10086"));
+    QCOMPARE(u->level(), 5);
+    QCOMPARE(u->ticket(), 2);
+    QCOMPARE(u->userCoin(), 300);
+    QCOMPARE(u->siteName(), QString("qq"));
+    QVERIFY(!UserDefaults::standard().contains("QQLoginData"));
+    QVERIFY(UserDefaults::standard().contains("KIsVerticalScreen")); // only that key goes
+    // Gone from the file too, not only from memory.
+    UserDefaults fromDisk(UserDefaults::standardFilePath());
+    QVERIFY(!fromDisk.contains("QQLoginData"));
+
+    QVERIFY(global.saveUser());
+    VORAAppGlobalData next;
+    QVERIFY(!next.user()->isLogin());
+    QCOMPARE(next.user()->userId(), QString("10086"));
+    QCOMPARE(next.user()->userType(), 1);
+
+    // Signing out twice, or without QQ data, is harmless.
+    next.user()->logonOut();
+    QVERIFY(!next.user()->isLogin());
+}
+
+void tst_AppGlobalData::saveUserWithReturnData_data()
+{
+    QTest::addColumn<QByteArray>("payload");
+    QTest::addColumn<int>("userType");
+    QTest::addColumn<QStringList>("texts"); // key, nickName, userId, userName, vipUser, faceImage, siteName
+    QTest::addColumn<QList<qint64>>("numbers"); // coin, level, ticket
+
+    QTest::newRow("site account")
+        << QByteArray(R"({"key":"abc","user":{"site":"q42","nickname":"小明","user_id":"1001",
+            "username":"xm","group_user":"0","face":"http://f/1.png","coin":"25","level":3,"ticket":1,
+            "vip_level":9}})")
+        << 2 << QStringList{"abc", "小明", "1001", "xm", "0", "http://f/1.png", "q42"}
+        << QList<qint64>{25, 3, 1};
+    QTest::newRow("numeric user_id")
+        << QByteArray(R"({"key":"k","user":{"user_id":1001,"nickname":12,"level":"7x","coin":4.9}})")
+        << 3 << QStringList{"k", "", "", "", "", "", ""} << QList<qint64>{4, 7, 0};
+    QTest::newRow("nulls everywhere")
+        << QByteArray(R"({"key":null,"user":{"site":null,"nickname":null,"user_id":null,"coin":null}})")
+        << 2 << QStringList{"", "", "", "", "", "", ""} << QList<qint64>{0, 0, 0};
+    QTest::newRow("user is not an object")
+        << QByteArray(R"({"key":"k2","user":[1,2,3]})")
+        << 2 << QStringList{"k2", "", "", "", "", "", ""} << QList<qint64>{0, 0, 0};
+    QTest::newRow("booleans and objects are not text")
+        << QByteArray(R"({"key":true,"user":{"nickname":{"a":1},"username":false,"coin":true}})")
+        << 2 << QStringList{"", "", "", "", "", "", ""} << QList<qint64>{1, 0, 0};
+}
+
+void tst_AppGlobalData::saveUserWithReturnData()
+{
+    QFETCH(QByteArray, payload);
+    QFETCH(int, userType);
+    QFETCH(QStringList, texts);
+    QFETCH(QList<qint64>, numbers);
+    startUp();
+
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    *global->user() = VORAUser();
+    global->user()->setUserViewJumpIsTopupType(2);
+    const QJsonObject data = QJsonDocument::fromJson(payload).object();
+    QVERIFY(!data.isEmpty());
+    VORAUtility::saveUserWithReturnData(data, "password", userType, "site");
+
+    // What the next start finds on disk.
+    VORAAppGlobalData next;
+    const VORAUser *u = next.user();
+    QVERIFY(u->isLogin()); // a key is always written, if only an empty one
+    QCOMPARE(u->key().value_or("<none>"), texts[0]);
+    QCOMPARE(u->nickName(), texts[1]);
+    QCOMPARE(u->userId(), texts[2]);
+    QCOMPARE(u->userName(), texts[3]);
+    QCOMPARE(u->vipUser(), texts[4]);
+    QCOMPARE(u->faceImage(), texts[5]);
+    QCOMPARE(u->siteName(), texts[6]);
+    QCOMPARE(u->userCoin(), numbers[0]);
+    QCOMPARE(u->level(), numbers[1]);
+    QCOMPARE(u->ticket(), numbers[2]);
+    QCOMPARE(u->userType(), userType);
+    QCOMPARE(u->userViewJumpIsTopupType(), 2); // not part of the payload
+}
+
+void tst_AppGlobalData::bookshelfSyncTimeRule_data()
+{
+    QTest::addColumn<qint64>("msecsAgo");
+    QTest::addColumn<bool>("due");
+    QTest::newRow("just synced") << qint64(0) << false;
+    QTest::newRow("86399 s") << qint64(86399000) << false;
+    QTest::newRow("exactly 86400 s") << qint64(86400000) << false;
+    QTest::newRow("86400.999 s") << qint64(86400999) << false;
+    QTest::newRow("86401 s") << qint64(86401000) << true;
+    QTest::newRow("a year") << qint64(365) * 86400000 << true;
+    QTest::newRow("in the future") << qint64(-90000000) << false;
+}
+
+void tst_AppGlobalData::bookshelfSyncTimeRule()
+{
+    QFETCH(qint64, msecsAgo);
+    QFETCH(bool, due);
+    const QDateTime now = QDateTime::fromMSecsSinceEpoch(1700000000000, Qt::UTC);
+    QCOMPARE(VORAAppGlobalData::isBookshelfSyncDue(now.addMSecs(-msecsAgo), now), due);
+    QCOMPARE(VORAAppGlobalData::isBookshelfSyncDue(QDateTime(), now), true); // never synced
+}
+
+void tst_AppGlobalData::bookshelfSyncAtStart_data()
+{
+    QTest::addColumn<qint64>("secondsAgo");
+    QTest::addColumn<bool>("reachable");
+    QTest::addColumn<int>("syncCalls");
+    QTest::newRow("86401 s, network") << qint64(86401) << true << 1;
+    QTest::newRow("86401 s, no network") << qint64(86401) << false << 0;
+    QTest::newRow("a week, network") << qint64(7 * 86400) << true << 1;
+    QTest::newRow("an hour, network") << qint64(3600) << true << 0;
+}
+
+void tst_AppGlobalData::bookshelfSyncAtStart()
+{
+    QFETCH(qint64, secondsAgo);
+    QFETCH(bool, reachable);
+    QFETCH(int, syncCalls);
+
+    QTcpServer site;
+    QVERIFY(site.listen(QHostAddress::LocalHost, 0));
+    const quint16 port = site.serverPort();
+    if (!reachable)
+        site.close();
+    qputenv("QUORIN_API_BASE", QByteArray("http://127.0.0.1:") + QByteArray::number(port) + "/ios/");
+    // Wait until the monitor of this host knows the state the row wants.
+    QTRY_COMPARE(VORAUtility::isExistenceNetwork(), reachable);
+
+    QCborMap status{{QStringLiteral("bookshelfUpdateTime"),
+                     QCborValue(QDateTime::currentDateTimeUtc().addSecs(-secondsAgo))},
+                    {QStringLiteral("fromAppStroe"), 0}};
+    writeRaw(userDataFile(VORAArchiveNames::appStatusFile),
+             QCborValue(QCborMap{{QStringLiteral("AppStatus"), status}}).toCbor());
+
+    QPointer<QObject> manager;
+    {
+        VORAAppGlobalData global;
+        manager = global.bookShelfManager();
+        QVERIFY(manager);
+        QCOMPARE(qobject_cast<BookshelfManagerDouble *>(manager.data())->syncCalls, syncCalls);
+        QCOMPARE(global.appStatus()->fromAppStore(), 0);
+    }
+    QVERIFY(!manager); // the holder owns its manager
+
+    // Without a factory there is no manager and nothing to call.
+    VORAAppGlobalData::setBookShelfManagerFactory({});
+    VORAAppGlobalData bare;
+    QVERIFY(!bare.bookShelfManager());
+}
+
+QTEST_GUILESS_MAIN(tst_AppGlobalData)
+#include "tst_appglobaldata.moc"

@@ -1,0 +1,433 @@
+#include "core/VORAAppGlobalData.h"
+#include "core/VORANotificationNames.h"
+#include "core/VORASystemConfig.h"
+#include "core/VORAUtility.h"
+
+#include "platform/NotificationCenter.h"
+
+#include "TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QFont>
+#include <QHostAddress>
+#include <QJsonDocument>
+#include <QTcpServer>
+#include <QTest>
+
+class tst_Utility : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    void directoryStrings();
+    void fileOperations();
+    void fileSizeOfDirCountsOnlyTheTopLevel();
+    void validators_data();
+    void validators();
+    void jsonReaders_data();
+    void jsonReaders();
+    void urlEscaping_data();
+    void urlEscaping();
+    void systemConfig();
+    void networkExistence();
+    void drawingHelpers();
+    void uiRequests();
+
+private:
+    std::unique_ptr<TestHome> m_home;
+};
+
+void tst_Utility::init()
+{
+    m_home = std::make_unique<TestHome>();
+}
+
+void tst_Utility::cleanup()
+{
+    qunsetenv("QUORIN_API_BASE");
+    qunsetenv("QUORIN_PAY_BASE");
+    m_home.reset();
+}
+
+void tst_Utility::directoryStrings()
+{
+    const QString h = m_home->path();
+    QCOMPARE(VORAUtility::getAppHomeDirectory(), h);
+    QCOMPARE(VORAUtility::getDocumentDirectory(), h + "/Documents/");
+    QCOMPARE(VORAUtility::getUserDataDirectory(), h + "/Documents/com.quorin.reader/userdata/");
+    QCOMPARE(VORAUtility::getLibraryApplicationSupportDirectory(), h + "/Library/Application Support/");
+    QCOMPARE(VORAUtility::getSupportDataDirectory(),
+             h + "/Library/Application Support/com.quorin.reader/supportdata/");
+    QCOMPARE(VORAUtility::getCacheDirectory(), h + "/Library/Caches");
+    QCOMPARE(VORAUtility::getCachesDirectory(), h + "/Library/Caches/");
+    QCOMPARE(VORAUtility::appCacheDirectory(), h + "/Library/Caches/appCache/");
+    QCOMPARE(VORAUtility::pageCacheDirectory(), h + "/Library/Caches/appCache/page/");
+    QCOMPARE(VORAUtility::comicCacheDirectory(), h + "/Library/Caches/appCache/comic/");
+    QCOMPARE(VORAUtility::photoSkinDirectory(), h + "/Library/Caches/appCache/photo/");
+    QCOMPARE(VORAUtility::commonCacheDirectory(), h + "/Library/Caches/appCache//common/");
+    QCOMPARE(VORAUtility::getUserWallPapersDirectory(),
+             h + "/Library/Caches/com.quorin.reader/user_wallpapers/");
+    QCOMPARE(VORAUtility::getUserWallPapersDirectoryTem(),
+             h + "/Library/Caches/com.quorin.reader/user_wallpapers_tmp/");
+    QCOMPARE(VORAUtility::comicBookDirectory(),
+             h + "/Library/Application Support/com.quorin.reader/supportdata/ComicBook/");
+
+    // Every path follows the home when it changes.
+    TestHome other;
+    QVERIFY(VORAUtility::pageCacheDirectory().startsWith(other.path() + "/"));
+}
+
+void tst_Utility::fileOperations()
+{
+    VORAUtility::createUserDataDirectory();
+    VORAUtility::createSupportDataDirectory();
+    VORAUtility::createComicBookDirectory();
+    QVERIFY(QFileInfo(VORAUtility::getUserDataDirectory()).isDir());
+    QVERIFY(QFileInfo(VORAUtility::comicBookDirectory()).isDir());
+    QVERIFY(VORAUtility::isFile(VORAUtility::getSupportDataDirectory()));
+
+    // createDir leaves whatever already stands at the path.
+    const QString file = m_home->filePath("occupied");
+    QFile f(file);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("data");
+    f.close();
+    VORAUtility::createDir(file);
+    QVERIFY(QFileInfo(file).isFile());
+    QVERIFY(VORAUtility::isFile(file));
+    QVERIFY(!VORAUtility::isFile(m_home->filePath("nothing")));
+    QVERIFY(!VORAUtility::isFile(QString()));
+
+    const QString tree = m_home->filePath("a/b/c");
+    VORAUtility::createDir(tree);
+    QVERIFY(QFileInfo(tree).isDir());
+    QFile leaf(tree + "/leaf");
+    QVERIFY(leaf.open(QIODevice::WriteOnly));
+    leaf.close();
+    VORAUtility::deleteDir(m_home->filePath("a"));
+    QVERIFY(!QFileInfo::exists(m_home->filePath("a")));
+    VORAUtility::deleteDir(file);
+    QVERIFY(!QFileInfo::exists(file));
+    VORAUtility::deleteDir(m_home->filePath("never-there")); // ignored
+    VORAUtility::deleteDir(QString());                       // ignored, home intact
+    QVERIFY(QFileInfo(m_home->path()).isDir());
+
+    QVERIFY(VORAUtility::totalDiskSpace().has_value());
+    QVERIFY(VORAUtility::freeDiskSpace().has_value());
+    QVERIFY(*VORAUtility::totalDiskSpace() >= *VORAUtility::freeDiskSpace());
+
+    const QString a = VORAUtility::generateUUID();
+    QCOMPARE(a.size(), 36);
+    QVERIFY(a != VORAUtility::generateUUID());
+}
+
+void tst_Utility::fileSizeOfDirCountsOnlyTheTopLevel()
+{
+    const QString dir = m_home->filePath("page");
+    QVERIFY(QDir().mkpath(dir + "/sub/deeper"));
+    const auto write = [](const QString &path, qint64 size) {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        QVERIFY(f.resize(size));
+    };
+    write(dir + "/page.jpg", 1048576);
+    write(dir + "/sub/a.jpg", 5000000);
+    write(dir + "/sub/deeper/b.jpg", 123);
+    QCOMPARE(VORAUtility::fileSizeOfDir(dir), 1.0);
+
+    write(dir + "/half.jpg", 524288);
+    QCOMPARE(VORAUtility::fileSizeOfDir(dir), 1.5);
+    QCOMPARE(VORAUtility::fileSizeOfDir(dir + "/sub/deeper"), 123.0 / 1048576.0);
+    QCOMPARE(VORAUtility::fileSizeOfDir(m_home->filePath("missing")), 0.0);
+}
+
+void tst_Utility::validators_data()
+{
+    QTest::addColumn<QString>("validator");
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<bool>("valid");
+
+    QTest::newRow("email plain") << "email" << "reader@quorin.com" << true;
+    QTest::newRow("email dotted") << "email" << "a.b_c%d+e-f@mail.example.cn" << true;
+    QTest::newRow("email 5-letter tld") << "email" << "reader@quorin.comic" << false;
+    QTest::newRow("email 1-letter tld") << "email" << "reader@quorin.c" << false;
+    QTest::newRow("email no at") << "email" << "reader.quorin.com" << false;
+    QTest::newRow("email blank inside") << "email" << "rea der@quorin.com" << false;
+    QTest::newRow("email trailing text") << "email" << "reader@quorin.com x" << false;
+    QTest::newRow("email empty") << "email" << "" << false;
+    QTest::newRow("email newline") << "email" << "reader@quorin.com\n" << false;
+
+    QTest::newRow("phone 134") << "phone" << "13412345678" << true;
+    QTest::newRow("phone 147") << "phone" << "14712345678" << true;
+    QTest::newRow("phone 178") << "phone" << "17812345678" << true;
+    QTest::newRow("phone 133") << "phone" << "13312345678" << true;
+    QTest::newRow("phone 177") << "phone" << "17712345678" << true;
+    QTest::newRow("phone 189") << "phone" << "18912345678" << true;
+    QTest::newRow("phone 130") << "phone" << "13012345678" << true;
+    QTest::newRow("phone 145") << "phone" << "14512345678" << true;
+    QTest::newRow("phone 186") << "phone" << "18612345678" << true;
+    QTest::newRow("phone 170") << "phone" << "17012345678" << true;
+    QTest::newRow("phone 120") << "phone" << "12012345678" << false;
+    QTest::newRow("phone 128") << "phone" << "12812345678" << false;
+    QTest::newRow("phone 140") << "phone" << "14012345678" << false;
+    QTest::newRow("phone 171") << "phone" << "17112345678" << false;
+    QTest::newRow("phone 10 digits") << "phone" << "1701234567" << false;
+    QTest::newRow("phone 12 digits") << "phone" << "170123456789" << false;
+    QTest::newRow("phone with blank") << "phone" << "170 12345678" << false;
+    QTest::newRow("phone full-width") << "phone" << QString::fromUtf8("170１２３４５６７８") << false;
+    QTest::newRow("phone empty") << "phone" << "" << false;
+
+    QTest::newRow("digits only") << "number" << "0123456789" << true;
+    QTest::newRow("digits empty") << "number" << "" << true;
+    QTest::newRow("digits with sign") << "number" << "-1" << false;
+    QTest::newRow("digits with point") << "number" << "1.5" << false;
+    QTest::newRow("digits blank") << "number" << " 1" << false;
+    QTest::newRow("digits full-width") << "number" << QString::fromUtf8("１２") << false;
+    QTest::newRow("digits arabic-indic") << "number" << QString::fromUtf8("٣") << false;
+
+    // The letter-and-digit check only matches its literal " =" pattern.
+    QTest::newRow("letters and digits") << "numberAndLetter" << "abc123" << false;
+    QTest::newRow("letters only") << "numberAndLetter" << "abcdef" << false;
+    QTest::newRow("digits only ") << "numberAndLetter" << "123456" << false;
+    QTest::newRow("empty") << "numberAndLetter" << "" << false;
+    QTest::newRow("the literal pattern") << "numberAndLetter" << " = a = 1" << true;
+    QTest::newRow("literal with filler") << "numberAndLetter" << " =xyz b =9 8" << true;
+    QTest::newRow("literal, digit first") << "numberAndLetter" << " = 1 = a" << false;
+    QTest::newRow("lookahead syntax") << "numberAndLetter" << "(?=.*[a-zA-Z])(?=.*[0-9])" << false;
+}
+
+void tst_Utility::validators()
+{
+    QFETCH(QString, validator);
+    QFETCH(QString, input);
+    QFETCH(bool, valid);
+    bool actual = false;
+    if (validator == "email")
+        actual = VORAUtility::isValidataEmail(input);
+    else if (validator == "phone")
+        actual = VORAUtility::isValidataPhoneNumber(input);
+    else if (validator == "number")
+        actual = VORAUtility::isNumberOnlyString(input);
+    else
+        actual = VORAUtility::isNumberAndLetterString(input);
+    QCOMPARE(actual, valid);
+}
+
+void tst_Utility::jsonReaders_data()
+{
+    QTest::addColumn<QByteArray>("json"); // the value of "v"
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<qint64>("integer");
+    QTest::addColumn<double>("number");
+    QTest::addColumn<bool>("isObject");
+    QTest::addColumn<bool>("isArray");
+
+    QTest::newRow("string") << QByteArray(R"("abc")") << "abc" << qint64(0) << 0.0 << false << false;
+    QTest::newRow("numeric string") << QByteArray(R"("42")") << "42" << qint64(42) << 42.0 << false << false;
+    QTest::newRow("leading integer") << QByteArray(R"(" -12abc")") << " -12abc" << qint64(-12) << -12.0 << false << false;
+    QTest::newRow("decimal string") << QByteArray(R"("3.75")") << "3.75" << qint64(3) << 3.75 << false << false;
+    QTest::newRow("plus sign") << QByteArray(R"("+7")") << "+7" << qint64(7) << 7.0 << false << false;
+    QTest::newRow("huge string") << QByteArray(R"("99999999999999999999999")") << "99999999999999999999999"
+                                 << std::numeric_limits<qint64>::max() << 1e23 << false << false;
+    QTest::newRow("empty string") << QByteArray(R"("")") << "" << qint64(0) << 0.0 << false << false;
+    QTest::newRow("integer") << QByteArray("1001") << "" << qint64(1001) << 1001.0 << false << false;
+    QTest::newRow("negative double") << QByteArray("-2.9") << "" << qint64(-2) << -2.9 << false << false;
+    QTest::newRow("big integer") << QByteArray("1700000000123") << "" << qint64(1700000000123)
+                                 << 1700000000123.0 << false << false;
+    QTest::newRow("huge double") << QByteArray("1e300") << "" << std::numeric_limits<qint64>::max()
+                                 << 1e300 << false << false;
+    QTest::newRow("null") << QByteArray("null") << "" << qint64(0) << 0.0 << false << false;
+    QTest::newRow("true") << QByteArray("true") << "" << qint64(1) << 1.0 << false << false;
+    QTest::newRow("false") << QByteArray("false") << "" << qint64(0) << 0.0 << false << false;
+    QTest::newRow("object") << QByteArray(R"({"a":1})") << "" << qint64(0) << 0.0 << true << false;
+    QTest::newRow("array") << QByteArray("[1,2]") << "" << qint64(0) << 0.0 << false << true;
+    QTest::newRow("missing") << QByteArray() << "" << qint64(0) << 0.0 << false << false;
+}
+
+void tst_Utility::jsonReaders()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(QString, text);
+    QFETCH(qint64, integer);
+    QFETCH(double, number);
+    QFETCH(bool, isObject);
+    QFETCH(bool, isArray);
+    const QJsonObject o = json.isEmpty()
+        ? QJsonObject()
+        : QJsonDocument::fromJson("{\"v\":" + json + "}").object();
+    const QJsonValue v = o.value("v");
+    QCOMPARE(VORAUtility::jsonString(v), text);
+    QCOMPARE(VORAUtility::jsonInteger(v), integer);
+    QCOMPARE(VORAUtility::jsonDouble(v), number);
+    QCOMPARE(!VORAUtility::jsonObject(v).isEmpty(), isObject);
+    QCOMPARE(!VORAUtility::jsonArray(v).isEmpty(), isArray);
+
+    // The null helpers change JSON nulls only.
+    if (v.isNull()) {
+        QCOMPARE(VORAUtility::isDataNSNull(v), QJsonValue(QString()));
+        QVERIFY(VORAUtility::isNSArrayNull(v).isUndefined());
+    } else {
+        QCOMPARE(VORAUtility::isDataNSNull(v), v);
+        QCOMPARE(VORAUtility::isNSArrayNull(v), v);
+    }
+    QCOMPARE(VORAUtility::dateFromSeconds(1700000000).toString(Qt::ISODate),
+             QString("2023-11-14T22:13:20Z"));
+}
+
+void tst_Utility::urlEscaping_data()
+{
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("escaped");   // urlParameterEscape
+    QTest::addColumn<QString>("encoded");   // encodeUrlParameter
+
+    QTest::newRow("plain") << "abcXYZ019-._~" << "abcXYZ019-._~" << "abcXYZ019-._~";
+    QTest::newRow("reserved") << "!*'();:@&=+$,/?%#[]" << "%21%2A%27%28%29%3B%3A%40%26%3D%2B%24%2C%2F%3F%25%23%5B%5D"
+                              << "!*'();:@&=+$,/?%#[]";
+    QTest::newRow("blank and quote") << "a b\"c" << "a%20b%22c" << "a%20b%22c";
+    QTest::newRow("chinese") << QString::fromUtf8("海贼") << "%E6%B5%B7%E8%B4%BC" << "%E6%B5%B7%E8%B4%BC";
+    QTest::newRow("angle and braces") << "<{|}>^`\\" << "%3C%7B%7C%7D%3E%5E%60%5C" << "%3C%7B%7C%7D%3E%5E%60%5C";
+    QTest::newRow("empty") << "" << "" << "";
+}
+
+void tst_Utility::urlEscaping()
+{
+    QFETCH(QString, input);
+    QFETCH(QString, escaped);
+    QFETCH(QString, encoded);
+    QCOMPARE(VORAUtility::urlParameterEscape(input), escaped);
+    QCOMPARE(VORAUtility::encodeUrlParameter(input), encoded);
+}
+
+void tst_Utility::systemConfig()
+{
+    qunsetenv("QUORIN_API_BASE");
+    qunsetenv("QUORIN_PAY_BASE");
+    QCOMPARE(VORASystemConfig::getWebServiceUrlBase(), QString("http://127.0.0.1:48042/"));
+    QCOMPARE(VORASystemConfig::getPayWebServiceUrlBase(), QString("http://127.0.0.1:48042/"));
+    QCOMPARE(VORASystemConfig::webHostName(), QString("127.0.0.1"));
+    QCOMPARE(VORASystemConfig::webHostPort(), quint16(48042));
+    QCOMPARE(VORASystemConfig::bundleIdentifier(), QString("com.quorin.reader"));
+    QCOMPARE(VORASystemConfig::bundleName(), QString("QuorinReader"));
+    QCOMPARE(VORASystemConfig::displayName(), QString("Quorin Reader"));
+    QCOMPARE(VORASystemConfig::appVersion(), QString("3.5"));
+    QCOMPARE(VORASystemConfig::buildVersion(), QString("3.5.0"));
+    QCOMPARE(VORASystemConfig::getWebServiceVersion(), VORASystemConfig::buildVersion());
+    QCOMPARE(VORASystemConfig::getComicCacheMaxCount(), 10);
+    QCOMPARE(VORASystemConfig::getMaxBookshelfCapacity(), 500);
+
+    // Read on every call; a missing trailing "/" is added.
+    qputenv("QUORIN_API_BASE", "http://api.example.test:8080/base");
+    qputenv("QUORIN_PAY_BASE", "http://pay.example.test/");
+    QCOMPARE(VORASystemConfig::getWebServiceUrlBase(), QString("http://api.example.test:8080/base/"));
+    QCOMPARE(VORASystemConfig::getPayWebServiceUrlBase(), QString("http://pay.example.test/"));
+    QCOMPARE(VORASystemConfig::webHostName(), QString("api.example.test"));
+    QCOMPARE(VORASystemConfig::webHostPort(), quint16(8080));
+    qputenv("QUORIN_API_BASE", "https://secure.example.test");
+    QCOMPARE(VORASystemConfig::webHostPort(), quint16(443));
+    qputenv("QUORIN_API_BASE", "http://plain.example.test");
+    QCOMPARE(VORASystemConfig::webHostPort(), quint16(80));
+    qputenv("QUORIN_API_BASE", "");
+    QCOMPARE(VORASystemConfig::getWebServiceUrlBase(), QString("http://127.0.0.1:48042/"));
+}
+
+void tst_Utility::networkExistence()
+{
+    QTcpServer site;
+    QVERIFY(site.listen(QHostAddress::LocalHost, 0));
+    qputenv("QUORIN_API_BASE", "http://127.0.0.1:" + QByteArray::number(site.serverPort()) + "/");
+    QTRY_VERIFY(VORAUtility::isExistenceNetwork());
+    site.close();
+    QTRY_VERIFY(!VORAUtility::isExistenceNetwork());
+    qputenv("QUORIN_API_BASE", "http://127.0.0.1:0/");
+    QVERIFY(!VORAUtility::isExistenceNetwork());
+}
+
+void tst_Utility::drawingHelpers()
+{
+    QFont font;
+    font.setPixelSize(14);
+    QCOMPARE(VORAUtility::heightForText(QString(), font, 0, 200), QSizeF(0, 0));
+    QCOMPARE(VORAUtility::heightForText("", font, 0, 200), QSizeF(0, 0));
+    const QSizeF one = VORAUtility::heightForText("word", font, 0, 200);
+    QVERIFY(one.height() > 0);
+    QVERIFY(one.width() > 0 && one.width() <= 200);
+    const QString paragraph = QString("many words in a row ").repeated(20);
+    const QSizeF wrapped = VORAUtility::heightForText(paragraph, font, 0, 200);
+    QVERIFY(wrapped.height() > 3 * one.height());
+    QVERIFY(wrapped.width() <= 200);
+    const QSizeF huge = VORAUtility::heightForText(paragraph.repeated(100), font, 0, 200);
+    QCOMPARE(huge.height(), 4000.0);
+
+    const QColor c = VORAUtility::getColorFromRed(255, 0, 51, 255);
+    QCOMPARE(c.red(), 255);
+    QCOMPARE(c.green(), 0);
+    QCOMPARE(c.blue(), 51);
+    QCOMPARE(c.alpha(), 255);
+    QCOMPARE(VORAUtility::getColorFromRed(0, 0, 0, 0).alpha(), 0);
+    QCOMPARE(VORAUtility::getColorFromRed(300, -5, 128, 128).red(), 255); // clamped, no crash
+
+    QImage image(40, 20, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    const QImage scaled = VORAUtility::scaleToSize(QSize(10, 30), image);
+    QCOMPARE(scaled.size(), QSize(10, 30));
+    QCOMPARE(QColor(scaled.pixel(5, 15)), QColor(Qt::red));
+    QVERIFY(VORAUtility::scaleToSize(QSize(10, 10), QImage()).isNull());
+    QVERIFY(VORAUtility::scaleToSize(QSize(0, 10), image).isNull());
+}
+
+void tst_Utility::uiRequests()
+{
+    QObject observer, delegate, parentView;
+    QList<Notification> seen;
+    NotificationCenter &center = NotificationCenter::defaultCenter();
+    for (const char *name : {VORANotificationNames::uiNoticeRequest, VORANotificationNames::uiAlertRequest,
+                             VORANotificationNames::uiLoadingRequest})
+        center.addObserver(&observer, name, [&](const Notification &n) { seen << n; });
+
+    VORAAppStatus *status = VORAAppGlobalData::shareAppGlobalData()->appStatus();
+    const qint64 saved = status->fromAppStore();
+    status->setFromAppStore(1);
+    VORAUtility::noticeWithStatusBarWithString("自动登录成功!");
+    QVERIFY(seen.isEmpty()); // suppressed for store builds
+    status->setFromAppStore(0);
+    VORAUtility::noticeWithStatusBarWithString("自动登录成功!");
+    status->setFromAppStore(saved);
+    QCOMPARE(seen.size(), 1);
+    QCOMPARE(seen[0].name, QString("VORAUiNoticeRequest"));
+    QCOMPARE(seen[0].userInfo.value("text").toString(), QString("自动登录成功!"));
+
+    seen.clear();
+    VORAUtility::requestAtlerMessage("msg", "温馨提醒", &delegate);
+    VORAUtility::requestAlertMessage("sure?", "title", 77, "取消", "确定", &delegate);
+    VORAUtility::requestCoinAlertMessage("buy?", "coins", 10003, nullptr);
+    QCOMPARE(seen.size(), 3);
+    for (const Notification &n : seen)
+        QCOMPARE(n.name, QString("VORAUiAlertRequest"));
+    QCOMPARE(seen[0].userInfo.value("buttons").toStringList(), QStringList{"确定"});
+    QCOMPARE(seen[0].userInfo.value("title").toString(), QString("温馨提醒"));
+    QCOMPARE(seen[0].userInfo.value("delegate").value<QObject *>(), &delegate);
+    QCOMPARE(seen[1].userInfo.value("tag").toInt(), 77);
+    QCOMPARE(seen[1].userInfo.value("buttons").toStringList(), (QStringList{"取消", "确定"}));
+    QCOMPARE(seen[1].userInfo.value("message").toString(), QString("sure?"));
+    QCOMPARE(seen[2].userInfo.value("tag").toInt(), 10003);
+    QCOMPARE(seen[2].userInfo.value("buttons").toStringList(),
+             (QStringList{"取消", "购买此章节", "购买本书"}));
+    QCOMPARE(seen[2].userInfo.value("delegate").value<QObject *>(), nullptr);
+
+    seen.clear();
+    VORAUtility::showLoadingViewWithParentView(&parentView, "加载中");
+    VORAUtility::hideLoadingViewWithParentView(&parentView);
+    QCOMPARE(seen.size(), 2);
+    QCOMPARE(seen[0].userInfo.value("action").toString(), QString("show"));
+    QCOMPARE(seen[0].userInfo.value("tag").toInt(), 100202);
+    QCOMPARE(seen[0].userInfo.value("parentView").value<QObject *>(), &parentView);
+    QCOMPARE(seen[1].userInfo.value("action").toString(), QString("hide"));
+    QCOMPARE(seen[1].userInfo.value("parentView").value<QObject *>(), &parentView);
+}
+
+QTEST_MAIN(tst_Utility)
+#include "tst_utility.moc"

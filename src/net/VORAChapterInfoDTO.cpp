@@ -1,6 +1,6 @@
 #include "net/VORAChapterInfoDTO.h"
 
-#include "net/NetJson.h"
+#include "core/VORAUtility.h"
 
 #include <QCborValue>
 
@@ -9,17 +9,17 @@ VORAChapterInfoDTO VORAChapterInfoDTO::fromJson(const QJsonObject &item, const Q
 {
     VORAChapterInfoDTO chapter;
     chapter.comicId = comicId;
-    chapter.chapterId = NetJson::string(item.value(QLatin1String("chapter_id")));
-    chapter.name = NetJson::string(item.value(QLatin1String("name")));
-    chapter.imageCount = NetJson::integer(item.value(QLatin1String("image_total")));
-    chapter.imageSize = NetJson::integer(item.value(QLatin1String("size")));
-    chapter.buyed = NetJson::integer(item.value(QLatin1String("buyed")));
-    chapter.type = static_cast<quint32>(NetJson::integer(item.value(QLatin1String("type"))));
-    chapter.is_view = NetJson::integer(item.value(QLatin1String("is_view")));
-    chapter.price = NetJson::integer(item.value(QLatin1String("price")));
+    chapter.chapterId = VORAUtility::jsonString(item.value(QLatin1String("chapter_id")));
+    chapter.name = VORAUtility::jsonString(item.value(QLatin1String("name")));
+    chapter.imageCount = VORAUtility::jsonInteger(item.value(QLatin1String("image_total")));
+    chapter.imageSize = VORAUtility::jsonInteger(item.value(QLatin1String("size")));
+    chapter.buyed = VORAUtility::jsonInteger(item.value(QLatin1String("buyed")));
+    chapter.type = static_cast<quint32>(VORAUtility::jsonInteger(item.value(QLatin1String("type"))));
+    chapter.is_view = VORAUtility::jsonInteger(item.value(QLatin1String("is_view")));
+    chapter.price = VORAUtility::jsonInteger(item.value(QLatin1String("price")));
     // A null "pass_time" counts as 0; the later of the two times wins.
-    const qint64 release = NetJson::integer(item.value(QLatin1String("release_time")));
-    const qint64 pass = NetJson::integer(item.value(QLatin1String("pass_time")));
+    const qint64 release = VORAUtility::jsonInteger(item.value(QLatin1String("release_time")));
+    const qint64 pass = VORAUtility::jsonInteger(item.value(QLatin1String("pass_time")));
     chapter.pass_time = QDateTime::fromSecsSinceEpoch(std::max(release, pass), Qt::UTC);
     chapter.index = index;
     return chapter;

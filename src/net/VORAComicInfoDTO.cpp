@@ -1,6 +1,6 @@
 #include "net/VORAComicInfoDTO.h"
 
-#include "net/NetJson.h"
+#include "core/VORAUtility.h"
 
 #include <QCborArray>
 #include <QCborValue>
@@ -11,7 +11,7 @@ namespace {
 // Flags that only know 0 and 1: anything else leaves 0.
 qint64 zeroOrOne(const QJsonValue &v)
 {
-    const qint64 n = NetJson::integer(v);
+    const qint64 n = VORAUtility::jsonInteger(v);
     return (n == 0 || n == 1) ? n : 0;
 }
 
@@ -21,37 +21,37 @@ VORAComicInfoDTO VORAComicInfoDTO::parseData(const QJsonObject &data, const QStr
 {
     VORAComicInfoDTO comic;
     comic.comicId = comicId;
-    const QJsonObject c = NetJson::object(data.value(QLatin1String("comic")));
-    comic.name = NetJson::string(c.value(QLatin1String("name")));
-    comic.authorName = NetJson::string(c.value(QLatin1String("author_name")));
-    comic.coverUrl = NetJson::string(c.value(QLatin1String("cover")));
-    comic.oriCoverUrl = NetJson::string(c.value(QLatin1String("ori")));
-    comic.theme = NetJson::string(c.value(QLatin1String("theme_ids")));
+    const QJsonObject c = VORAUtility::jsonObject(data.value(QLatin1String("comic")));
+    comic.name = VORAUtility::jsonString(c.value(QLatin1String("name")));
+    comic.authorName = VORAUtility::jsonString(c.value(QLatin1String("author_name")));
+    comic.coverUrl = VORAUtility::jsonString(c.value(QLatin1String("cover")));
+    comic.oriCoverUrl = VORAUtility::jsonString(c.value(QLatin1String("ori")));
+    comic.theme = VORAUtility::jsonString(c.value(QLatin1String("theme_ids")));
     comic.serialStatus = static_cast<qint32>(zeroOrOne(c.value(QLatin1String("series_status"))));
     comic.readOrder = zeroOrOne(c.value(QLatin1String("read_order")));
-    comic.nameFirstLetter = NetJson::string(c.value(QLatin1String("first_letter")));
-    comic.comicDescription = NetJson::string(c.value(QLatin1String("description")));
-    comic.clickTotal = NetJson::integer(c.value(QLatin1String("click_total")));
-    comic.tucaoTotal = NetJson::integer(c.value(QLatin1String("total_tucao")));
-    comic.commentTotal = NetJson::integer(c.value(QLatin1String("comment_total")));
-    comic.ticketTotal = NetJson::integer(c.value(QLatin1String("total_ticket")));
-    comic.is_vip = NetJson::integer(c.value(QLatin1String("is_vip")));
-    comic.type = NetJson::string(c.value(QLatin1String("group_ids")));
-    comic.lastUpdateChapterId = NetJson::string(c.value(QLatin1String("last_update_chapter_id")));
+    comic.nameFirstLetter = VORAUtility::jsonString(c.value(QLatin1String("first_letter")));
+    comic.comicDescription = VORAUtility::jsonString(c.value(QLatin1String("description")));
+    comic.clickTotal = VORAUtility::jsonInteger(c.value(QLatin1String("click_total")));
+    comic.tucaoTotal = VORAUtility::jsonInteger(c.value(QLatin1String("total_tucao")));
+    comic.commentTotal = VORAUtility::jsonInteger(c.value(QLatin1String("comment_total")));
+    comic.ticketTotal = VORAUtility::jsonInteger(c.value(QLatin1String("total_ticket")));
+    comic.is_vip = VORAUtility::jsonInteger(c.value(QLatin1String("is_vip")));
+    comic.type = VORAUtility::jsonString(c.value(QLatin1String("group_ids")));
+    comic.lastUpdateChapterId = VORAUtility::jsonString(c.value(QLatin1String("last_update_chapter_id")));
     comic.lastUpdateChapterName =
-        NetJson::string(c.value(QLatin1String("last_update_chapter_name")));
+        VORAUtility::jsonString(c.value(QLatin1String("last_update_chapter_name")));
     const QJsonValue thread = c.value(QLatin1String("thread"));
     if (thread.isObject()) {
-        comic.threadName = NetJson::string(thread.toObject().value(QLatin1String("name")));
-        comic.thread_id = NetJson::string(thread.toObject().value(QLatin1String("thread_id")));
+        comic.threadName = VORAUtility::jsonString(thread.toObject().value(QLatin1String("name")));
+        comic.thread_id = VORAUtility::jsonString(thread.toObject().value(QLatin1String("thread_id")));
     }
-    comic.lastUpdateTime = NetJson::seconds(c.value(QLatin1String("last_update_time")));
+    comic.lastUpdateTime = VORAUtility::dateFromSeconds(VORAUtility::jsonInteger(c.value(QLatin1String("last_update_time"))));
 
-    const QJsonArray chapters = NetJson::array(data.value(QLatin1String("chapter_list")));
+    const QJsonArray chapters = VORAUtility::jsonArray(data.value(QLatin1String("chapter_list")));
     comic.chapterList.reserve(chapters.size());
     for (int i = 0; i < chapters.size(); ++i)
         comic.chapterList.append(VORAChapterInfoDTO::fromJson(chapters.at(i).toObject(), comicId, i));
-    const QJsonArray tops = NetJson::array(data.value(QLatin1String("top4")));
+    const QJsonArray tops = VORAUtility::jsonArray(data.value(QLatin1String("top4")));
     for (const QJsonValue &top : tops)
         comic.topList.append(VORAComicTopInfoDTO::fromJson(top.toObject()));
     return comic;

@@ -1,13 +1,13 @@
 #include "net/VORAComicTopInfoDTO.h"
 
-#include "net/NetJson.h"
+#include "core/VORAUtility.h"
 
 VORAComicTopInfoDTO VORAComicTopInfoDTO::fromJson(const QJsonObject &item)
 {
     VORAComicTopInfoDTO top;
-    top.comicId = NetJson::string(item.value(QLatin1String("comic_id")));
-    top.chapterId = NetJson::string(item.value(QLatin1String("chapter_id")));
-    top.urlLocation = NetJson::string(item.value(QLatin1String("location")));
+    top.comicId = VORAUtility::jsonString(item.value(QLatin1String("comic_id")));
+    top.chapterId = VORAUtility::jsonString(item.value(QLatin1String("chapter_id")));
+    top.urlLocation = VORAUtility::jsonString(item.value(QLatin1String("location")));
     return top;
 }
 

@@ -1,13 +1,13 @@
 #include "net/VORAPageInfoDTO.h"
 
-#include "net/NetJson.h"
+#include "core/VORAUtility.h"
 
 #include <QJsonArray>
 
 QList<VORAPageInfoDTO> VORAPageInfoDTO::parseChapterData(const QJsonObject &chapterData)
 {
     QList<VORAPageInfoDTO> pages;
-    const QJsonArray data = NetJson::array(chapterData.value(QLatin1String("data")));
+    const QJsonArray data = VORAUtility::jsonArray(chapterData.value(QLatin1String("data")));
     pages.reserve(data.size());
     for (int i = 0; i < data.size(); ++i)
         pages.append(fromJson(data.at(i).toObject(), i));
@@ -17,11 +17,11 @@ QList<VORAPageInfoDTO> VORAPageInfoDTO::parseChapterData(const QJsonObject &chap
 VORAPageInfoDTO VORAPageInfoDTO::fromJson(const QJsonObject &item, int index)
 {
     VORAPageInfoDTO page;
-    page.pageId = NetJson::string(item.value(QLatin1String("image_id")));
-    page.url = NetJson::string(item.value(QLatin1String("location")));
-    page.width = NetJson::integer32(item.value(QLatin1String("width")));
-    page.height = NetJson::integer32(item.value(QLatin1String("height")));
-    page.tucaoTotal = NetJson::integer32(item.value(QLatin1String("total_tucao")));
+    page.pageId = VORAUtility::jsonString(item.value(QLatin1String("image_id")));
+    page.url = VORAUtility::jsonString(item.value(QLatin1String("location")));
+    page.width = static_cast<qint32>(VORAUtility::jsonInteger(item.value(QLatin1String("width"))));
+    page.height = static_cast<qint32>(VORAUtility::jsonInteger(item.value(QLatin1String("height"))));
+    page.tucaoTotal = static_cast<qint32>(VORAUtility::jsonInteger(item.value(QLatin1String("total_tucao"))));
     page.index = index;
     return page;
 }

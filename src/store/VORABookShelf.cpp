@@ -1,0 +1,1 @@
+#include "VORABookShelf.h"

@@ -1,0 +1,3 @@
+#include "SiteLog.h"
+
+Q_LOGGING_CATEGORY(lcSite, "quorin.site")

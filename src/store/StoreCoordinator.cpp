@@ -30,15 +30,12 @@ StoreCoordinator::Check StoreCoordinator::checkAndMigrate(const QString &path, Q
                                                                                 : Check::Unavailable;
     }
     db.setBusyTimeout(10000);
-    if (!db.exec(QStringLiteral("PRAGMA journal_mode=WAL"))) {
-        *reason = db.lastError();
-        return db.lastErrorCode() == SQLITE_NOTADB || db.lastErrorCode() == SQLITE_CORRUPT ? Check::Damaged
-                                                                                            : Check::Unavailable;
-    }
+    // Nothing is written before the file has proved readable and of a known
+    // schema, so a file that is set aside keeps the bytes it had.
     SqliteStatement check = db.prepare(QStringLiteral("PRAGMA quick_check"));
     if (!check.isValid()) {
         *reason = db.lastError();
-        return Check::Damaged;
+        return db.lastErrorCode() == SQLITE_BUSY ? Check::Unavailable : Check::Damaged;
     }
     const auto step = check.step();
     if (step != SqliteStatement::Row || check.columnText(0) != QLatin1String("ok")) {
@@ -46,6 +43,15 @@ StoreCoordinator::Check StoreCoordinator::checkAndMigrate(const QString &path, Q
         return db.lastErrorCode() == SQLITE_BUSY ? Check::Unavailable : Check::Damaged;
     }
     check = SqliteStatement();
+    const int version = db.userVersion();
+    if (version > StoreModel::schemaVersion()) {
+        *reason = QStringLiteral("schema version %1 is newer than %2").arg(version).arg(StoreModel::schemaVersion());
+        return Check::Damaged;
+    }
+    if (!db.exec(QStringLiteral("PRAGMA journal_mode=WAL"))) {
+        *reason = db.lastError();
+        return Check::Unavailable;
+    }
 
     switch (StoreModel::migrate(db, reason)) {
     case StoreModel::MigrationResult::Migrated:

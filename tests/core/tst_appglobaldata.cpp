@@ -17,6 +17,10 @@
 #include <QPointer>
 #include <QTcpServer>
 #include <QTest>
+#include <QThread>
+
+#include <atomic>
+#include <vector>
 
 #include <memory>
 #include <sys/stat.h>
@@ -39,6 +43,7 @@ private slots:
     void init();
     void cleanup();
 
+    void concurrentFirstCallsMakeOneHolder(); // must run before anything takes the holder
     void firstStartThenSecondStart();
     void statusWrittenByAnEarlierRun();
     void damagedArchivesLoadAsDefaults_data();
@@ -97,6 +102,29 @@ void tst_AppGlobalData::cleanup()
     VORAAppGlobalData::setBookShelfManagerFactory({});
     qunsetenv("QUORIN_API_BASE");
     m_home.reset();
+}
+
+void tst_AppGlobalData::concurrentFirstCallsMakeOneHolder()
+{
+    QAtomicInt made;
+    VORAAppGlobalData::setBookShelfManagerFactory([&made](VORAAppGlobalData *) {
+        made.fetchAndAddOrdered(1);
+        QThread::msleep(50); // widen the window in which a second creation could start
+        return new QObject;
+    });
+    std::atomic<VORAAppGlobalData *> results[4] = {};
+    std::vector<std::unique_ptr<QThread>> threads;
+    for (auto &result : results)
+        threads.emplace_back(QThread::create([&result] { result = VORAAppGlobalData::shareAppGlobalData(); }));
+    for (auto &t : threads)
+        t->start();
+    for (auto &t : threads)
+        QVERIFY(t->wait(30000));
+    QCOMPARE(made.loadRelaxed(), 1);
+    QVERIFY(results[0].load() != nullptr);
+    for (auto &result : results)
+        QCOMPARE(result.load(), results[0].load());
+    QCOMPARE(VORAAppGlobalData::shareAppGlobalData(), results[0].load());
 }
 
 void tst_AppGlobalData::firstStartThenSecondStart()

@@ -153,19 +153,6 @@ bool StoreContext::reload(StoreRecord &record)
     return result == SqliteStatement::Row;
 }
 
-void StoreContext::pruneRegistry()
-{
-    if (m_registered.size() < m_pruneAt)
-        return;
-    for (auto it = m_registered.begin(); it != m_registered.end();) {
-        if (it.value().expired())
-            it = m_registered.erase(it);
-        else
-            ++it;
-    }
-    m_pruneAt = std::max<qsizetype>(1024, m_registered.size() * 2);
-}
-
 QList<StoreRecordPtr> StoreContext::fetch(const QString &templateName, const QString &id,
                                           const QStringList &idList)
 {
@@ -185,7 +172,7 @@ QList<StoreRecordPtr> StoreContext::fetch(const QString &templateName, const QSt
         while ((step = select->step()) == SqliteStatement::Row) {
             const qint64 rowId = select->columnInt64(0);
             const Key key(int(fetch->kind), rowId);
-            StoreRecordPtr record = m_registered.value(key).lock();
+            StoreRecordPtr record = m_registered.value(key);
             if (record) {
                 if (record->m_deleted)
                     continue;
@@ -230,7 +217,6 @@ QList<StoreRecordPtr> StoreContext::fetch(const QString &templateName, const QSt
                                : lessThan(a->m_values.at(order), b->m_values.at(order));
         });
     }
-    pruneRegistry();
     return results;
 }
 
@@ -244,7 +230,7 @@ StoreRecordPtr StoreContext::adopt(const StoreRecordPtr &record)
     if (record->m_rowId <= 0)
         return nullptr;
     const Key key(int(record->m_kind), record->m_rowId);
-    if (StoreRecordPtr own = m_registered.value(key).lock())
+    if (StoreRecordPtr own = m_registered.value(key))
         return own;
     StoreRecordPtr own = makeRecord(record->m_kind);
     own->m_rowId = record->m_rowId;
@@ -404,7 +390,7 @@ bool StoreContext::mergeChanges(const StoreSaveNotice &notice)
     bool touched = false;
     for (auto it = notice.updated.cbegin(); it != notice.updated.cend(); ++it) {
         for (const qint64 rowId : it.value()) {
-            StoreRecordPtr record = m_registered.value(Key(it.key(), rowId)).lock();
+            StoreRecordPtr record = m_registered.value(Key(it.key(), rowId));
             if (!record || record->m_changed || record->m_deleted)
                 continue;
             reload(*record);
@@ -414,7 +400,7 @@ bool StoreContext::mergeChanges(const StoreSaveNotice &notice)
     for (auto it = notice.deleted.cbegin(); it != notice.deleted.cend(); ++it) {
         for (const qint64 rowId : it.value()) {
             const Key key(it.key(), rowId);
-            StoreRecordPtr record = m_registered.value(key).lock();
+            StoreRecordPtr record = m_registered.value(key);
             m_registered.remove(key);
             if (!record)
                 continue;
@@ -432,8 +418,7 @@ QList<StoreRecordPtr> StoreContext::registeredRecords(StoreEntityKind kind) cons
     for (auto it = m_registered.cbegin(); it != m_registered.cend(); ++it) {
         if (it.key().first != int(kind))
             continue;
-        if (StoreRecordPtr record = it.value().lock())
-            out.append(record);
+        out.append(it.value());
     }
     std::sort(out.begin(), out.end(), [](const auto &a, const auto &b) { return a->rowId() < b->rowId(); });
     return out;

@@ -81,13 +81,13 @@ private:
     bool loadRow(SqliteStatement &statement, StoreRecord &record) const;
     bool reload(StoreRecord &record);
     void bindValues(SqliteStatement &statement, const StoreRecord &record) const;
-    void pruneRegistry();
 
     QString m_path;
     SqliteDatabase m_db;
     std::map<QString, SqliteStatement> m_statements;
-    QHash<Key, std::weak_ptr<StoreRecord>> m_registered;
-    qsizetype m_pruneAt = 1024;
+    // The records this context has fetched or saved, for its whole life
+    // (one object per row); deleted rows leave it.
+    QHash<Key, StoreRecordPtr> m_registered;
     QList<StoreRecordPtr> m_inserted;
     QHash<StoreRecord *, StoreRecordPtr> m_updated;
     QHash<StoreRecord *, StoreRecordPtr> m_deleted;

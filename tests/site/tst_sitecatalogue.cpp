@@ -1,0 +1,542 @@
+// Walks the whole demo catalogue over HTTP and checks every answer against the
+// form the client reads: identifiers as decimal text, the top-level keys of the
+// ".php" services, the nested data/stateCode/returnData of the "v3/app/" ones.
+#include "QuorinSite.h"
+#include "SiteShape.h"
+#include "SiteTestClient.h"
+
+#include <QDateTime>
+#include <QImage>
+#include <QJsonArray>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+const char *const kListItem = "comic_id:d name:s cover:u author_name:s description:s accredit:b click_total:i last_update_time:i";
+const char *const kComic = "name:s author_name:s cover:u ori:u theme_ids:s series_status:i read_order:i first_letter:s "
+                           "description:s click_total:i total_tucao:i comment_total:i total_ticket:i is_vip:i group_ids:s "
+                           "last_update_chapter_id:s last_update_chapter_name:s thread:o last_update_time:i";
+const char *const kChapter = "chapter_id:d name:s image_total:i size:i buyed:i type:i is_view:i price:i release_time:i pass_time:N";
+const char *const kPage = "image_id:d location:u width:i height:i total_tucao:i";
+const char *const kTucao = "tucao_id:d content:s user_id:d nickname:s x:i y:i width:i height:i color:i back:i ceate_time:i";
+const char *const kComment = "comment_id:d content_filter:s face:u nickname:s sex:s create_time:i total_reply:i floor:i "
+                             "group_user:i level:o reply:a";
+const char *const kReply = "comment_id:d content_filter:s face:u nickname:s sex:s create_time:i floor:i group_user:i level:o";
+const char *const kUser = "user_id:d username:s nickname:s face:u site:s group_user:s level:i vip_level:i ticket:i coin:i";
+}
+
+class TestSiteCatalogue : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void listPagesThroughEveryFilter_data();
+    void listPagesThroughEveryFilter();
+    void feedCarriesSlidesOfBothTypes();
+    void everyComicAndItsChapters();
+    void readableChaptersListTheirPages();
+    void tucaoPagesByIdBothWays();
+    void searchAndHotKeywords();
+    void commentsAndReplies();
+    void accountAndVersionServices();
+    void paymentAndHistoryServices();
+    void imagesDecodeAtTheAnnouncedSize();
+    void sameSeedSameCatalogue();
+
+private:
+    QJsonObject comic(const QString &id);
+    QTemporaryDir m_dir;
+    QuorinSite *m_site = nullptr;
+    SiteTestClient *m_client = nullptr;
+    QString m_base;
+    QList<QJsonObject> m_pages; // from readableChaptersListTheirPages
+};
+
+void TestSiteCatalogue::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    QuorinSiteOptions options;
+    options.dataDir = m_dir.path();
+    m_site = new QuorinSite(options);
+    QVERIFY(m_site->listen() != 0);
+    m_base = m_site->baseUrl().toString();
+    QVERIFY(m_base.startsWith(QLatin1String("http://127.0.0.1:")));
+    m_client = new SiteTestClient(m_site->baseUrl());
+}
+
+void TestSiteCatalogue::cleanupTestCase()
+{
+    delete m_client;
+    delete m_site;
+}
+
+QJsonObject TestSiteCatalogue::comic(const QString &id)
+{
+    return m_client->get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", id}}).json;
+}
+
+void TestSiteCatalogue::listPagesThroughEveryFilter_data()
+{
+    QTest::addColumn<QString>("argname");
+    QTest::addColumn<QString>("argval");
+    QTest::addColumn<bool>("complete"); // whether the filter lists the whole catalogue
+    QTest::newRow("no filter") << QString() << QString() << true;
+    for (const char *code : {"0", "1", "20", "4", "5", "7", "9", "23"})
+        QTest::addRow("sort %s", code) << "sort" << code << true;
+    for (const char *code : {"1", "2", "3", "4", "5", "6", "7", "8", "9", "11", "12"})
+        QTest::addRow("theme %s", code) << "theme" << code << false;
+    for (const char *code : {"1", "2", "3", "4"})
+        QTest::addRow("cate %s", code) << "cate" << code << false;
+    QTest::newRow("serial 0") << "serial" << "0" << false;
+    QTest::newRow("serial 1") << "serial" << "1" << false;
+}
+
+void TestSiteCatalogue::listPagesThroughEveryFilter()
+{
+    QFETCH(QString, argname);
+    QFETCH(QString, argval);
+    QFETCH(bool, complete);
+    QSet<QString> ids;
+    qint64 total = -1;
+    for (int page = 0; page < 20; ++page) {
+        QList<QPair<QString, QString>> params{{"from", "appstore4"}, {"page", QString::number(page)}, {"size", "7"}};
+        if (!argname.isEmpty())
+            params << qMakePair(QStringLiteral("argname"), argname) << qMakePair(QStringLiteral("argval"), argval);
+        const auto r = m_client->get(QStringLiteral("ios/pad/list.php"), params);
+        QCOMPARE(r.status, 200);
+        QVERIFY(r.isObject);
+        QCOMPARE(r.json.value("code").toInt(), 1);
+        const QString shape = checkShape(r.json, "total:i data:a");
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+        QVERIFY(!r.json.contains("slide_data")); // only asked for with slide=1
+        total = r.json.value("total").toInteger();
+        const QJsonArray data = r.json.value("data").toArray();
+        if (data.isEmpty()) {
+            QCOMPARE(qint64(ids.size()), total); // the end is an empty page, after every comic
+            break;
+        }
+        QVERIFY(data.size() <= 7);
+        for (const QJsonValue &v : data) {
+            const QString s = checkShape(v.toObject(), kListItem, m_base);
+            QVERIFY2(s.isEmpty(), qPrintable(s));
+            const QString id = v.toObject().value("comic_id").toString();
+            QVERIFY2(!ids.contains(id), "a comic appears on two pages");
+            ids.insert(id);
+            if (argname == QLatin1String("theme"))
+                QVERIFY(v.toObject().value("theme_ids").toString().split(',').contains(argval));
+            if (argname == QLatin1String("serial"))
+                QCOMPARE(v.toObject().value("series_status").toInt(), argval.toInt());
+        }
+    }
+    if (complete)
+        QCOMPARE(ids.size(), 60);
+    else
+        QVERIFY(ids.size() < 60);
+}
+
+void TestSiteCatalogue::feedCarriesSlidesOfBothTypes()
+{
+    // The feed's hot tab: sort 7 by clicks, newest tab: sort 20.
+    const auto hot = m_client->get(QStringLiteral("ios/pad/list.php"),
+                                   {{"argname", "sort"}, {"argval", "7"}, {"from", "appstore4"}, {"page", "0"}, {"size", "30"}, {"slide", "1"}});
+    QCOMPARE(hot.json.value("data").toArray().size(), 30);
+    qint64 previous = qint64(1) << 40;
+    for (const QJsonValue &v : hot.json.value("data").toArray()) {
+        const qint64 clicks = v.toObject().value("click_total").toInteger();
+        QVERIFY(clicks <= previous + 1000); // ordered by clicks (a small jitter breaks ties)
+        previous = clicks;
+    }
+    const QJsonArray slides = hot.json.value("slide_data").toArray();
+    QVERIFY(slides.size() >= 2);
+    QSet<QString> types;
+    for (const QJsonValue &v : slides) {
+        const QJsonObject s = v.toObject();
+        const QString shape = checkShape(s, "comic_id:s comic_name:s image:u title:s url:s sort:i type:b", m_base);
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+        types.insert(s.value("type").toString());
+        if (s.value("type").toString() == QLatin1String("0")) {
+            QVERIFY(!s.value("comic_id").toString().isEmpty());
+            QCOMPARE(comic(s.value("comic_id").toString()).value("code").toInt(), 1);
+        } else {
+            QVERIFY(s.value("url").toString().startsWith(m_base));
+            QCOMPARE(m_client->getRaw(QUrl(s.value("url").toString())).status, 200);
+        }
+    }
+    QCOMPARE(types, (QSet<QString>{"0", "1"}));
+}
+
+void TestSiteCatalogue::everyComicAndItsChapters()
+{
+    const auto list = m_client->get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}, {"size", "100"}});
+    const QJsonArray comics = list.json.value("data").toArray();
+    QCOMPARE(comics.size(), 60);
+    QMap<int, int> byVip;
+    int sealedNow = 0, openedLongAgo = 0, future = 0, paidChapters = 0, freeOfCharge = 0, sixtyPages = 0, nullPass = 0;
+    QSet<QString> names;
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    for (const QJsonValue &v : comics) {
+        const QString id = v.toObject().value("comic_id").toString();
+        const QJsonObject answer = comic(id);
+        QCOMPARE(answer.value("code").toInt(), 1);
+        const QJsonObject c = answer.value("comic").toObject();
+        QString shape = checkShape(c, kComic, m_base);
+        QVERIFY2(shape.isEmpty(), qPrintable(id + ": " + shape));
+        shape = checkShape(c.value("thread").toObject(), "thread_id:d name:s");
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+        QVERIFY(!names.contains(c.value("name").toString()));
+        names.insert(c.value("name").toString());
+        QVERIFY(c.value("name").toString().at(0).unicode() >= 0x4e00); // Chinese titles
+        const int vip = c.value("is_vip").toInt();
+        ++byVip[vip];
+        const QJsonArray chapters = answer.value("chapter_list").toArray();
+        QVERIFY(chapters.size() >= 3 && chapters.size() <= 40);
+        QVERIFY(answer.value("top4").isArray());
+        for (const QJsonValue &t : answer.value("top4").toArray()) {
+            shape = checkShape(t.toObject(), "comic_id:d chapter_id:d location:u", m_base);
+            QVERIFY2(shape.isEmpty(), qPrintable(shape));
+        }
+        for (const QJsonValue &cv : chapters) {
+            const QJsonObject ch = cv.toObject();
+            shape = checkShape(ch, kChapter);
+            QVERIFY2(shape.isEmpty(), qPrintable(id + ": " + shape));
+            const int pages = ch.value("image_total").toInt();
+            if (pages == 60)
+                ++sixtyPages;
+            else
+                QVERIFY(pages >= 6 && pages <= 40);
+            if (ch.value("pass_time").isNull())
+                ++nullPass;
+            const qint64 pass = qMax(ch.value("release_time").toInteger(), ch.value("pass_time").toInteger());
+            if (ch.value("type").toInt() == 2) {
+                QVERIFY(vip == 1 || vip == 2);
+                QCOMPARE(ch.value("buyed").toInt(), -1); // nobody signed in
+                ++paidChapters;
+                if (ch.value("price").toInt() == 0)
+                    ++freeOfCharge;
+                else
+                    QCOMPARE(ch.value("is_view").toInt(), 0);
+            } else {
+                QCOMPARE(ch.value("buyed").toInt(), 0);
+            }
+            if (vip == 3) {
+                const qint64 d = now - pass;
+                if (d < -86399)
+                    ++future;
+                else if (d <= 604799) {
+                    ++sealedNow;
+                    QCOMPARE(ch.value("is_view").toInt(), 0);
+                } else
+                    ++openedLongAgo;
+            }
+        }
+    }
+    QVERIFY(byVip.value(0) >= 20);
+    QVERIFY(byVip.value(1) > 0 && byVip.value(2) > 0 && byVip.value(3) > 0);
+    QVERIFY(sealedNow > 0 && openedLongAgo > 0 && future > 0);
+    QVERIFY(paidChapters > 20);
+    QVERIFY(freeOfCharge > 0);
+    QCOMPARE(sixtyPages, 1);
+    QVERIFY(nullPass > 0);
+}
+
+void TestSiteCatalogue::readableChaptersListTheirPages()
+{
+    // Signed in as the paying member: sealed chapters open, unbought paid ones do not.
+    SiteTestClient vip(m_site->baseUrl());
+    QVERIFY(!vip.signIn("vip", "vip123").isEmpty());
+    QSet<QString> formats;
+    int spreads = 0, tall = 0, crowded = 0, refused = 0, listed = 0;
+    const auto list = m_client->get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}, {"size", "100"}});
+    for (const QJsonValue &v : list.json.value("data").toArray()) {
+        const QJsonObject answer = vip.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", v.toObject().value("comic_id").toString()}}).json;
+        const QJsonArray chapters = answer.value("chapter_list").toArray();
+        for (int i = 0; i < chapters.size(); i += 3) { // every third chapter keeps the walk short
+            const QJsonObject ch = chapters.at(i).toObject();
+            const auto r = vip.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", ch.value("chapter_id").toString()}, {"webp", "0"}});
+            QVERIFY(r.isObject);
+            if (ch.value("is_view").toInt() == 0) {
+                QCOMPARE(r.json.value("code").toInt(), 0);
+                QVERIFY(!r.json.value("message").toString().isEmpty());
+                QVERIFY(!r.json.contains("data"));
+                ++refused;
+                continue;
+            }
+            QCOMPARE(r.json.value("code").toInt(), 1);
+            const QJsonArray pages = r.json.value("data").toArray();
+            QCOMPARE(pages.size(), ch.value("image_total").toInt());
+            ++listed;
+            for (const QJsonValue &pv : pages) {
+                const QJsonObject p = pv.toObject();
+                const QString shape = checkShape(p, kPage, m_base);
+                QVERIFY2(shape.isEmpty(), qPrintable(shape));
+                const QString loc = p.value("location").toString();
+                formats.insert(loc.section('.', -1));
+                const int w = p.value("width").toInt(), h = p.value("height").toInt();
+                if (w > h)
+                    ++spreads;
+                if (h > 2 * w)
+                    ++tall;
+                if (p.value("total_tucao").toInt() > 200)
+                    ++crowded;
+                if (m_pages.size() < 400)
+                    m_pages.append(p);
+            }
+        }
+    }
+    QVERIFY(listed > 100);
+    QVERIFY(refused > 0);
+    QCOMPARE(formats, (QSet<QString>{"jpg", "png", "webp"}));
+    QVERIFY(spreads > 0 && tall > 0);
+    QVERIFY(crowded >= 1);
+    // webp=1 asks for WebP locations of every page.
+    const auto webp = m_client->get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", "40001"}, {"webp", "1"}});
+    for (const QJsonValue &pv : webp.json.value("data").toArray())
+        QVERIFY(pv.toObject().value("location").toString().endsWith(".webp"));
+}
+
+void TestSiteCatalogue::tucaoPagesByIdBothWays()
+{
+    const auto chapter = m_client->get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", "40001"}, {"webp", "0"}});
+    const QJsonObject first = chapter.json.value("data").toArray().first().toObject();
+    const int total = first.value("total_tucao").toInt();
+    QVERIFY(total > 200);
+    const QString image = first.value("image_id").toString();
+    // What the page loader asks: the first 200 below 100000000, newest first.
+    const auto r = m_client->get(QStringLiteral("ios/pad/get_tucao.php"),
+                                 {{"image_id", image}, {"last_id", "100000000"}, {"page_size", "200"}, {"type", "next_page"}});
+    QCOMPARE(r.json.value("code").toInt(), 1);
+    QCOMPARE(r.json.value("total").toInt(), total);
+    const QJsonArray list = r.json.value("list").toArray();
+    QCOMPARE(list.size(), 200);
+    qint64 previous = 100000000;
+    for (const QJsonValue &v : list) {
+        const QString shape = checkShape(v.toObject(), kTucao);
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+        const qint64 id = v.toObject().value("tucao_id").toString().toLongLong();
+        QVERIFY(id < previous);
+        previous = id;
+        QVERIFY(v.toObject().value("x").toInt() + v.toObject().value("width").toInt() <= first.value("width").toInt());
+    }
+    const auto rest = m_client->get(QStringLiteral("ios/pad/get_tucao.php"),
+                                    {{"image_id", image}, {"last_id", QString::number(previous)}, {"page_size", "200"}, {"type", "next_page"}});
+    QCOMPARE(rest.json.value("list").toArray().size(), total - 200);
+    // Back up again from the oldest of the first page: the 10 just above it.
+    const auto back = m_client->get(QStringLiteral("ios/pad/get_tucao.php"),
+                                    {{"image_id", image}, {"first_id", QString::number(previous)}, {"page_size", "10"}, {"type", "prev_page"}});
+    const QJsonArray backList = back.json.value("list").toArray();
+    QCOMPARE(backList.size(), 10);
+    QCOMPARE(backList.last().toObject().value("tucao_id").toString().toLongLong(),
+             list.at(198).toObject().value("tucao_id").toString().toLongLong());
+}
+
+void TestSiteCatalogue::searchAndHotKeywords()
+{
+    const auto hot = m_client->get(QStringLiteral("ios/pad/hot_keywords.php"), {{"num", "12"}});
+    const QJsonArray tags = hot.json.value("data").toArray();
+    QCOMPARE(tags.size(), 12);
+    for (const QJsonValue &v : tags) {
+        const QString shape = checkShape(v.toObject(), "tag:s search_num:d");
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    }
+    // A title from the catalogue, percent-escaped UTF-8, finds that comic.
+    const QString title = comic("10005").value("comic").toObject().value("name").toString();
+    const auto found = m_client->get(QStringLiteral("ios/pad/search.php"), {{"q", title}, {"page", "1"}, {"from", "appstore4"}});
+    QCOMPARE(found.json.value("code").toInt(), 1);
+    QVERIFY(found.json.value("total").toInt() >= 1);
+    bool hit = false;
+    for (const QJsonValue &v : found.json.value("data").toArray()) {
+        const QString shape = checkShape(v.toObject(), "comic_id:d name:s cover:u description:s nick_name:s accredit:b last_update_time:i", m_base);
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+        QVERIFY(!v.toObject().contains("author_name"));
+        hit = hit || v.toObject().value("comic_id").toString() == QLatin1String("10005");
+    }
+    QVERIFY(hit);
+    // Authors are searched too; a half title matches by substring.
+    const QString author = comic("10009").value("comic").toObject().value("author_name").toString();
+    QVERIFY(m_client->get(QStringLiteral("ios/pad/search.php"), {{"q", author}, {"page", "1"}}).json.value("total").toInt() >= 1);
+    QVERIFY(m_client->get(QStringLiteral("ios/pad/search.php"), {{"q", title.left(2)}, {"page", "1"}}).json.value("total").toInt() >= 1);
+    const auto none = m_client->get(QStringLiteral("ios/pad/search.php"), {{"q", "不存在的漫画&=?+%"}, {"page", "1"}});
+    QCOMPARE(none.json.value("code").toInt(), 1);
+    QCOMPARE(none.json.value("total").toInt(), 0);
+    QVERIFY(none.json.value("data").toArray().isEmpty());
+}
+
+void TestSiteCatalogue::commentsAndReplies()
+{
+    const QJsonObject c = comic("10001").value("comic").toObject();
+    const QString thread = c.value("thread").toObject().value("thread_id").toString();
+    const int total = c.value("comment_total").toInt();
+    QVERIFY(total > 20); // two pages at least
+    const auto p1 = m_client->get(QStringLiteral("ios/pad/comment_list.php"), {{"thread_id", thread}, {"object_id", "10001"}, {"page", "1"}});
+    QString shape = checkShape(p1.json, "thread_id:d object_id:d total_comment:i pages:o data:a");
+    QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    QCOMPARE(p1.json.value("total_comment").toInt(), total);
+    const int pages = p1.json.value("pages").toObject().value("total_page").toInt();
+    QCOMPARE(pages, (total + 19) / 20);
+    QString withReplies;
+    QSet<QString> seen;
+    for (int page = 1; page <= pages + 1; ++page) {
+        const auto r = m_client->get(QStringLiteral("ios/pad/comment_list.php"), {{"thread_id", thread}, {"object_id", "10001"}, {"page", QString::number(page)}});
+        const QJsonArray data = r.json.value("data").toArray();
+        if (page == pages + 1)
+            QVERIFY(data.isEmpty());
+        for (const QJsonValue &v : data) {
+            const QJsonObject o = v.toObject();
+            shape = checkShape(o, kComment, m_base);
+            QVERIFY2(shape.isEmpty(), qPrintable(shape));
+            QVERIFY(!seen.contains(o.value("comment_id").toString()));
+            seen.insert(o.value("comment_id").toString());
+            QVERIFY(o.value("reply").toArray().size() <= qMin(3, o.value("total_reply").toInt()));
+            for (const QJsonValue &rv : o.value("reply").toArray()) {
+                shape = checkShape(rv.toObject(), kReply, m_base);
+                QVERIFY2(shape.isEmpty(), qPrintable(shape));
+            }
+            if (o.value("total_reply").toInt() > 0 && withReplies.isEmpty())
+                withReplies = o.value("comment_id").toString();
+        }
+    }
+    QCOMPARE(seen.size(), total);
+    QVERIFY(!withReplies.isEmpty());
+    const auto replies = m_client->get(QStringLiteral("v3/app/ios/pad/comment/replylist"), {{"thread_id", thread}, {"comment_id", withReplies}, {"page", "1"}});
+    QCOMPARE(replies.json.value("code").toInt(), 1);
+    const QJsonObject data = SiteTestClient::v3Data(replies);
+    QCOMPARE(data.value("stateCode").toInt(), 1);
+    const QJsonArray list = data.value("returnData").toObject().value("replyList").toArray();
+    QVERIFY(!list.isEmpty());
+    for (const QJsonValue &v : list) {
+        shape = checkShape(v.toObject(), kReply, m_base);
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    }
+}
+
+void TestSiteCatalogue::accountAndVersionServices()
+{
+    SiteTestClient client(m_site->baseUrl());
+    const QJsonObject user = client.signIn("reader", "reader123");
+    QString shape = checkShape(user, kUser, m_base);
+    QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    QCOMPARE(user.value("group_user").toString(), QStringLiteral("0"));
+    QCOMPARE(user.value("coin").toInt(), 100);
+    QCOMPARE(user.value("ticket").toInt(), 3);
+
+    const auto autoLogin = client.get(QStringLiteral("v3/app/ios/pad/member/autologin"), {{"v", "3.5.0"}, {"from", "appstore4"}});
+    QCOMPARE(autoLogin.json.value("code").toInt(), 1);
+    const QJsonObject data = SiteTestClient::v3Data(autoLogin);
+    QCOMPARE(data.value("stateCode").toInt(), 1);
+    shape = checkShape(data.value("returnData").toObject(), "key:s user:o");
+    QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    QCOMPARE(data.value("returnData").toObject().value("key").toString(), client.key());
+    shape = checkShape(data.value("returnData").toObject().value("user").toObject(), kUser, m_base);
+    QVERIFY2(shape.isEmpty(), qPrintable(shape));
+
+    const auto vip = m_client->get(QStringLiteral("ios/pad/login.php"), {{"username", "vip"}, {"password", "vip123"}});
+    QCOMPARE(vip.json.value("user").toObject().value("group_user").toString(), QStringLiteral("1"));
+    QCOMPARE(vip.json.value("user").toObject().value("vip_level").toInt(), 3);
+
+    const auto version = m_client->get(QStringLiteral("v3/app/ios/pad/version/newVersion"), {{"target", "QuorinReader"}, {"from", "3.5.0"}});
+    const QJsonObject v = SiteTestClient::v3Data(version);
+    QCOMPARE(v.value("stateCode").toInt(), 1);
+    shape = checkShape(v.value("returnData").toObject(), "from:i auto_update:i name:s update_content:s");
+    QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    shape = checkShape(m_client->get(QStringLiteral("ios/pad/version.php")).json, "code:i version:s update_content:s");
+    QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    const auto token = client.get(QStringLiteral("ios/pad/token.php"), {{"token", "0a1b2c3d4e5f60718293a4b5c6d7e8f9"}, {"appid", "1234567"}, {"user_id", user.value("user_id").toString()}});
+    QCOMPARE(token.json.value("code").toInt(), 1);
+
+    // Partner sign-ins take any token in the demo and hand out keys that work.
+    for (const auto &path : {QStringLiteral("v3/app/ios/pad/member/openLogin"), QStringLiteral("v3/app/ios/pad/member/hrwlogin")}) {
+        const auto r = m_client->get(path, {{"open_id", "oid-1"}, {"access_token", "t"}, {"site_mark", "weibo"}, {"open_name", "微博用户"}, {"session_id", "sess-1"}});
+        const QJsonObject d = SiteTestClient::v3Data(r);
+        QCOMPARE(d.value("stateCode").toInt(), 1);
+        shape = checkShape(d.value("returnData").toObject().value("user").toObject(), kUser, m_base);
+        QVERIFY2(shape.isEmpty(), qPrintable(path + shape));
+    }
+    const auto qq = m_client->get(QStringLiteral("ios/pad/login_qq.php"), {{"open_id", "qq-1"}, {"access_token", "t"}, {"nickname", "企鹅"}});
+    QCOMPARE(qq.json.value("code").toInt(), 1);
+    QCOMPARE(qq.json.value("user").toObject().value("site").toString(), QStringLiteral("qq"));
+    QVERIFY(!qq.json.value("key").toString().isEmpty());
+}
+
+void TestSiteCatalogue::paymentAndHistoryServices()
+{
+    SiteTestClient client(m_site->baseUrl());
+    QVERIFY(!client.signIn("rich", "rich123").isEmpty());
+    const auto prices = client.get(QStringLiteral("v3/app/ios/phone/vip/vipDiscount"));
+    QCOMPARE(SiteTestClient::v3Data(prices).value("stateCode").toInt(), 1);
+    QVERIFY(!SiteTestClient::v3Data(prices).value("returnData").toObject().value("list").toArray().isEmpty());
+    for (const auto &path : {QStringLiteral("android/phone/ticket_log.php"), QStringLiteral("ios/pad/coin_log.php"), QStringLiteral("ios/pad/recharge_log.php")}) {
+        const auto r = client.get(path, {{"page", "1"}, {"type", "1"}});
+        QCOMPARE(r.json.value("code").toInt(), 1);
+        const QString shape = checkShape(r.json, "total:i data:a");
+        QVERIFY2(shape.isEmpty(), qPrintable(path + shape));
+    }
+    const auto order = client.post(QStringLiteral("api/index.php"), {{"product", "coin"}, {"product_num", "300"}, {"total_money", "3"}, {"way", "alipay"}, {"contact", "a@b.c"}});
+    QCOMPARE(order.json.value("code").toInt(), 1);
+    const QString shape = checkShape(order.json, "order_id:s pay_url:u state:i", m_base);
+    QVERIFY2(shape.isEmpty(), qPrintable(shape));
+    const auto price = client.get(QStringLiteral("pay/ajax.php"), {{"mod", "vip"}, {"act", "price"}});
+    QCOMPARE(price.json.value("code").toInt(), 1);
+    const auto partner = client.post(QStringLiteral("harrowpay/vip_member_coin_req.php"), {{"product_id", "2"}, {"total_money", "15"}, {"product_num", "1"}, {"way", "harrow"}});
+    QCOMPARE(partner.json.value("code").toInt(), 1);
+}
+
+void TestSiteCatalogue::imagesDecodeAtTheAnnouncedSize()
+{
+    QVERIFY(!m_pages.isEmpty());
+    // One page of each format and shape, plus a cover, a slide and an avatar.
+    QMap<QString, QJsonObject> samples;
+    for (const QJsonObject &p : std::as_const(m_pages)) {
+        const QString kind = p.value("location").toString().section('.', -1) + QString::number(p.value("width").toInt())
+            + 'x' + QString::number(p.value("height").toInt());
+        if (!samples.contains(kind))
+            samples.insert(kind, p);
+    }
+    QVERIFY(samples.size() >= 4);
+    for (const QJsonObject &p : std::as_const(samples)) {
+        const auto r = m_client->getRaw(QUrl(p.value("location").toString()));
+        QCOMPARE(r.status, 200);
+        const QString ext = p.value("location").toString().section('.', -1);
+        QCOMPARE(r.header("Content-Type"), ext == "jpg" ? QByteArray("image/jpeg") : "image/" + ext.toLatin1());
+        const QImage image = QImage::fromData(r.body);
+        QVERIFY2(!image.isNull(), qPrintable(p.value("location").toString()));
+        QCOMPARE(image.width(), p.value("width").toInt());
+        QCOMPARE(image.height(), p.value("height").toInt());
+    }
+    const QString cover = comic("10002").value("comic").toObject().value("cover").toString();
+    QVERIFY(!QImage::fromData(m_client->getRaw(QUrl(cover)).body).isNull());
+    QVERIFY(!QImage::fromData(m_client->getRaw(QUrl(m_base + "images/slide/1.jpg")).body).isNull());
+    QVERIFY(!QImage::fromData(m_client->getRaw(QUrl(m_base + "images/face/100001.png")).body).isNull());
+}
+
+void TestSiteCatalogue::sameSeedSameCatalogue()
+{
+    // A second site with the same seed lists the same comics; another seed differs.
+    auto titles = [](quint32 seed, const QString &dir) {
+        QuorinSiteOptions o;
+        o.dataDir = dir;
+        o.seed = seed;
+        QuorinSite site(o);
+        site.listen();
+        SiteTestClient c(site.baseUrl());
+        QStringList out;
+        for (const QJsonValue &v : c.get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}, {"size", "100"}}).json.value("data").toArray())
+            out << v.toObject().value("comic_id").toString() + v.toObject().value("name").toString();
+        out.sort();
+        return out;
+    };
+    QTemporaryDir a, b;
+    const QStringList mine = [&] {
+        QStringList out;
+        for (const QJsonValue &v : m_client->get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}, {"size", "100"}}).json.value("data").toArray())
+            out << v.toObject().value("comic_id").toString() + v.toObject().value("name").toString();
+        out.sort();
+        return out;
+    }();
+    QCOMPARE(titles(1, a.path()), mine);
+    QVERIFY(titles(2, b.path()) != mine);
+}
+
+QTEST_MAIN(TestSiteCatalogue)
+#include "tst_sitecatalogue.moc"

@@ -1,0 +1,315 @@
+// A scripted session over HTTP, then a restart on the same data directory: all
+// of the user's state (key, coins, purchases, shelf, tucao, comments, grade,
+// tickets, read log, orders) is found again.
+#include "QuorinSite.h"
+#include "SiteShape.h"
+#include "SiteTestClient.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMutex>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+QMutex g_logMutex;
+QStringList g_log;
+QtMessageHandler g_previous = nullptr;
+
+void captureLog(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    {
+        QMutexLocker lock(&g_logMutex);
+        g_log << message;
+    }
+    if (g_previous)
+        g_previous(type, context, message);
+}
+
+QString b64(const QString &text)
+{
+    return QString::fromLatin1(text.toUtf8().toBase64());
+}
+}
+
+class TestSiteSession : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void scriptedSessionSurvivesRestart();
+    void registrationWithTextMessageCode();
+
+private:
+    void startSite();
+    QTemporaryDir m_dir;
+    QuorinSite *m_site = nullptr;
+};
+
+void TestSiteSession::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    g_previous = qInstallMessageHandler(captureLog);
+    startSite();
+}
+
+void TestSiteSession::cleanupTestCase()
+{
+    delete m_site;
+    qInstallMessageHandler(g_previous);
+}
+
+void TestSiteSession::startSite()
+{
+    delete m_site;
+    QuorinSiteOptions options;
+    options.dataDir = m_dir.path();
+    options.seed = 7;
+    m_site = new QuorinSite(options);
+    QVERIFY(m_site->listen() != 0);
+}
+
+void TestSiteSession::scriptedSessionSurvivesRestart()
+{
+    SiteTestClient reader(m_site->baseUrl());
+    QCOMPARE(reader.signIn("reader", "reader123").value("coin").toInt(), 100);
+    const QString key = reader.key();
+    QVERIFY(!key.isEmpty());
+
+    // Shelf: add two comics, the answer is the site shelf; remove one.
+    auto fav = reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", b64("10003|add|1700000000||10004|add|1700000100||")}});
+    QCOMPARE(fav.json.value("code").toInt(), 1);
+    QCOMPARE(fav.json.value("data").toArray().size(), 2);
+    for (const QJsonValue &v : fav.json.value("data").toArray()) {
+        const QString shape = checkShape(v.toObject(), "comic_id:d name:s cover:s first_letter:s last_update_time:i "
+                                                       "last_update_chapter_id:d last_update_chapter_name:s "
+                                                       "last_read_chapter_id:s last_read_chapter_name:s sort:i");
+        QVERIFY2(shape.isEmpty(), qPrintable(shape));
+        QCOMPARE(v.toObject().value("sort").toInt(), 2); // updated since 2023
+    }
+    fav = reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", b64("10004|delete|1700000200||")}});
+    QCOMPARE(fav.json.value("data").toArray().size(), 1);
+    QCOMPARE(fav.json.value("data").toArray().first().toObject().value("comic_id").toString(), QStringLiteral("10003"));
+
+    // Update check: only the comic updated after the posted time comes back.
+    const auto check = reader.post(QStringLiteral("ios/pad/check_update.php"), {{"post_data", "10003|0||10005|99999999999||"}});
+    QCOMPARE(check.json.value("code").toInt(), 1);
+    QCOMPARE(check.json.value("data").toArray().size(), 1);
+    QCOMPARE(check.json.value("data").toArray().first().toObject().value("comic_id").toString(), QStringLiteral("10003"));
+
+    // Buy a paid chapter of a paid comic (10002 has is_vip 1: chapters from the fourth are paid).
+    auto detail = reader.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10002"}}).json;
+    QCOMPARE(detail.value("comic").toObject().value("is_vip").toInt(), 1);
+    QJsonObject paid;
+    for (const QJsonValue &v : detail.value("chapter_list").toArray()) {
+        if (v.toObject().value("type").toInt() == 2 && v.toObject().value("price").toInt() > 0
+            && v.toObject().value("price").toInt() <= 100) {
+            paid = v.toObject();
+            break;
+        }
+    }
+    QVERIFY(!paid.isEmpty());
+    QCOMPARE(paid.value("buyed").toInt(), 0);
+    QCOMPARE(paid.value("is_view").toInt(), 0);
+    const QString chapterId = paid.value("chapter_id").toString();
+    const int price = paid.value("price").toInt();
+    QCOMPARE(reader.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapterId}}).json.value("code").toInt(), 0);
+    auto buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"),
+                          {{"comicId", "10002"}, {"chapter", QJsonDocument(QJsonArray{chapterId}).toJson(QJsonDocument::Compact)}});
+    QCOMPARE(buy.json.value("code").toInt(), 1);
+    QCOMPARE(SiteTestClient::v3Data(buy).value("stateCode").toInt(), 1);
+    QCOMPARE(SiteTestClient::v3Data(buy).value("returnData").toObject().value("coin").toInt(), 100 - price);
+    // Buying it again is refused and costs nothing.
+    buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"),
+                     {{"comicId", "10002"}, {"chapter", QJsonDocument(QJsonArray{chapterId}).toJson(QJsonDocument::Compact)}});
+    QCOMPARE(SiteTestClient::v3Data(buy).value("stateCode").toInt(), 0);
+    QVERIFY(!SiteTestClient::v3Data(buy).value("message").toString().isEmpty());
+    // Every unbought paid chapter at once is more than the reader has left.
+    QJsonArray all;
+    for (const QJsonValue &v : detail.value("chapter_list").toArray()) {
+        if (v.toObject().value("type").toInt() == 2 && v.toObject().value("chapter_id").toString() != chapterId)
+            all.append(v.toObject().value("chapter_id"));
+    }
+    buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"), {{"comicId", "10002"}, {"chapter", QJsonDocument(all).toJson(QJsonDocument::Compact)}});
+    QCOMPARE(SiteTestClient::v3Data(buy).value("stateCode").toInt(), 0);
+    QVERIFY(SiteTestClient::v3Data(buy).value("message").toString().contains(QStringLiteral("不足")));
+    detail = reader.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10002"}}).json;
+    for (const QJsonValue &v : detail.value("chapter_list").toArray()) {
+        if (v.toObject().value("chapter_id").toString() == chapterId) {
+            QCOMPARE(v.toObject().value("buyed").toInt(), 1);
+            QCOMPARE(v.toObject().value("is_view").toInt(), 1);
+        }
+    }
+    const auto pages = reader.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapterId}, {"webp", "0"}});
+    QCOMPARE(pages.json.value("code").toInt(), 1);
+    const QJsonArray pageList = pages.json.value("data").toArray();
+    QVERIFY(pageList.size() >= 6);
+    const QJsonObject page = pageList.at(1).toObject();
+    const QString imageId = page.value("image_id").toString();
+
+    // The older purchase service, for the rich account.
+    SiteTestClient rich(m_site->baseUrl());
+    QCOMPARE(rich.signIn("rich", "rich123").value("coin").toInt(), 100000);
+    const auto old = rich.post(QStringLiteral("ios/pad/buy_chapter.php"),
+                               {{"comic_id", "10002"}, {"chapter", QJsonDocument(all).toJson(QJsonDocument::Compact)}});
+    QCOMPARE(old.json.value("code").toInt(), 1);
+    const int richCoins = old.json.value("coin").toInt();
+    QVERIFY(richCoins < 100000);
+
+    // Tucao: add two, move one, the other user can neither move nor delete it, delete the other.
+    auto add = [&](const QString &content, int x) {
+        return reader.post(QStringLiteral("ios/pad/add_tucao.php"),
+                           {{"image_id", imageId}, {"content", content}, {"color", "0"}, {"back", "0"},
+                            {"create_time", QString::number(QDateTime::currentSecsSinceEpoch())},
+                            {"x", QString::number(x)}, {"y", "40"}, {"w", "200"}, {"h", "60"}}).json;
+    };
+    const QJsonObject added = add(QStringLiteral("好看！ & = + 吐槽"), 10);
+    QCOMPARE(added.value("code").toInt(), 1);
+    const QString tucaoId = added.value("tucao_id").toString();
+    QVERIFY(!tucaoId.isEmpty());
+    const QString doomed = add(QStringLiteral("马上删掉"), 20).value("tucao_id").toString();
+    auto edit = reader.get(QStringLiteral("ios/pad/edit_tucao.php"), {{"tucao_id", tucaoId}, {"x", "33"}, {"y", "44"}, {"width", "150"}, {"height", "70"}});
+    QCOMPARE(edit.json.value("code").toInt(), 1);
+    auto foreign = rich.get(QStringLiteral("ios/pad/delete_tucao.php"), {{"tucao_id", tucaoId}, {"comic_id", "10002"}});
+    QCOMPARE(foreign.json.value("code").toInt(), 0);
+    QVERIFY(!foreign.json.value("message").toString().isEmpty());
+    foreign = rich.get(QStringLiteral("ios/pad/edit_tucao.php"), {{"tucao_id", tucaoId}, {"x", "1"}, {"y", "1"}, {"width", "10"}, {"height", "10"}});
+    QCOMPARE(foreign.json.value("code").toInt(), 0);
+    QCOMPARE(reader.get(QStringLiteral("ios/pad/delete_tucao.php"), {{"tucao_id", doomed}, {"comic_id", "10002"}}).json.value("code").toInt(), 1);
+    QCOMPARE(reader.get(QStringLiteral("ios/pad/delete_tucao.php"), {{"tucao_id", doomed}, {"comic_id", "10002"}}).json.value("code").toInt(), 0);
+
+    // Comment and reply on the comic's thread.
+    const QString thread = detail.value("comic").toObject().value("thread").toObject().value("thread_id").toString();
+    const auto comment = reader.post(QStringLiteral("ios/pad/comment_add.php"), {{"thread_id", thread}, {"content", QStringLiteral("第一次评论，支持！")}});
+    QCOMPARE(comment.json.value("code").toInt(), 1);
+    const QString commentId = comment.json.value("comment_id").toString();
+    const auto reply = rich.post(QStringLiteral("ios/pad/comment_reply.php"), {{"comment_id", commentId}, {"thread_id", thread}, {"content", QStringLiteral("同感")}});
+    QCOMPARE(reply.json.value("code").toInt(), 1);
+
+    // Rate once; a second rating is refused.
+    const auto before = reader.get(QStringLiteral("ios/pad/grade.php"), {{"act", "get"}, {"comic_id", "10002"}, {"grade", "0"}}).json;
+    const auto graded = reader.get(QStringLiteral("ios/pad/grade.php"), {{"act", "add"}, {"comic_id", "10002"}, {"grade", "4"}}).json;
+    QCOMPARE(graded.value("code").toInt(), 1);
+    QCOMPARE(graded.value("count").toInt(), before.value("count").toInt() + 1);
+    QCOMPARE(reader.get(QStringLiteral("ios/pad/grade.php"), {{"act", "add"}, {"comic_id", "10002"}, {"grade", "5"}}).json.value("code").toInt(), 0);
+
+    // Tickets: 3 held, cast 2, a further 2 is more than is left.
+    QCOMPARE(reader.post(QStringLiteral("ios/pad/ticket.php"), {{"act", "get"}, {"comic_id", "10002"}, {"ticket_content", ""}, {"ticket_num", "1"}}).json.value("ticket").toInt(), 3);
+    auto cast = reader.post(QStringLiteral("ios/pad/ticket.php"), {{"act", "cast"}, {"comic_id", "10002"}, {"ticket_content", QStringLiteral("太赞了")}, {"ticket_num", "2"}}).json;
+    QCOMPARE(cast.value("code").toInt(), 1);
+    QCOMPARE(cast.value("ticket").toInt(), 1);
+    cast = reader.post(QStringLiteral("ios/pad/ticket.php"), {{"act", "cast"}, {"comic_id", "10002"}, {"ticket_content", ""}, {"ticket_num", "2"}}).json;
+    QCOMPARE(cast.value("code").toInt(), 0);
+    QCOMPARE(cast.value("ticket").toInt(), 1);
+
+    // Read log, as the reader uploads it; the shelf then knows the last chapter read.
+    const auto chapter3 = reader.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10003"}}).json.value("chapter_list").toArray().first().toObject();
+    const auto pages3 = reader.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapter3.value("chapter_id").toString()}}).json.value("data").toArray();
+    const QJsonObject readLog{{"count", "2"},
+                              {"c10003", QJsonObject{{"i" + pages3.at(0).toObject().value("image_id").toString(), "0_" + chapter3.value("chapter_id").toString()},
+                                                     {"i" + pages3.at(1).toObject().value("image_id").toString(), "1_" + chapter3.value("chapter_id").toString()}}}};
+    const auto logged = reader.post(QStringLiteral("ios/pad/image_log.php"), {{"image_ids", QString::fromLatin1(QJsonDocument(readLog).toJson(QJsonDocument::Compact).toBase64())}});
+    QCOMPARE(logged.json.value("code").toInt(), 1);
+    QCOMPARE(logged.json.value("count").toInt(), 2);
+
+    // A coin order: paid once its pay page is opened, then the coins are there.
+    const auto order = reader.get(QStringLiteral("v3/app/ios/pad/pay/alipay"), {{"android_id", "TEST"}, {"product", "coin"}, {"product_num", "500"}, {"rmb", "5"}});
+    const QString orderId = SiteTestClient::v3Data(order).value("returnData").toObject().value("order_id").toString();
+    QVERIFY(!orderId.isEmpty());
+    QCOMPARE(SiteTestClient::v3Data(reader.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("returnData").toObject().value("state").toInt(), 0);
+    QCOMPARE(reader.getRaw(QUrl(SiteTestClient::v3Data(order).value("returnData").toObject().value("pay_url").toString())).json.value("code").toInt(), 1);
+    const auto paidOrder = SiteTestClient::v3Data(reader.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("returnData").toObject();
+    QCOMPARE(paidOrder.value("state").toInt(), 1);
+    QCOMPARE(paidOrder.value("coin").toInt(), 100 - price + 500);
+
+    // --- restart on the same data directory ---
+    startSite();
+    SiteTestClient again(m_site->baseUrl());
+    again.setKey(key);
+    const auto autoLogin = again.get(QStringLiteral("v3/app/ios/pad/member/autologin"), {{"v", "3.5.0"}, {"from", "appstore4"}});
+    QCOMPARE(SiteTestClient::v3Data(autoLogin).value("stateCode").toInt(), 1);
+    const QJsonObject user = SiteTestClient::v3Data(autoLogin).value("returnData").toObject().value("user").toObject();
+    QCOMPARE(user.value("coin").toInt(), 100 - price + 500);
+    QCOMPARE(user.value("ticket").toInt(), 1);
+
+    fav = again.post(QStringLiteral("ios/pad/fav.php"), {{"data", ""}});
+    QCOMPARE(fav.json.value("data").toArray().size(), 1);
+    const QJsonObject shelf = fav.json.value("data").toArray().first().toObject();
+    QCOMPARE(shelf.value("comic_id").toString(), QStringLiteral("10003"));
+    QCOMPARE(shelf.value("last_read_chapter_id").toString(), chapter3.value("chapter_id").toString());
+
+    detail = again.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10002"}}).json;
+    for (const QJsonValue &v : detail.value("chapter_list").toArray()) {
+        if (v.toObject().value("chapter_id").toString() == chapterId)
+            QCOMPARE(v.toObject().value("buyed").toInt(), 1);
+    }
+    QCOMPARE(again.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapterId}}).json.value("code").toInt(), 1);
+
+    const auto tucao = again.get(QStringLiteral("ios/pad/get_tucao.php"), {{"image_id", imageId}, {"last_id", "100000000"}, {"page_size", "200"}, {"type", "next_page"}});
+    QJsonObject mine;
+    int ownCount = 0;
+    for (const QJsonValue &v : tucao.json.value("list").toArray()) {
+        if (v.toObject().value("user_id").toString() == user.value("user_id").toString()) {
+            mine = v.toObject();
+            ++ownCount;
+        }
+    }
+    QCOMPARE(ownCount, 1);
+    QCOMPARE(mine.value("tucao_id").toString(), tucaoId);
+    QCOMPARE(mine.value("content").toString(), QStringLiteral("好看！ & = + 吐槽"));
+    QCOMPARE(mine.value("x").toInt(), 33);
+    QCOMPARE(mine.value("height").toInt(), 70);
+
+    const auto comments = again.get(QStringLiteral("ios/pad/comment_list.php"), {{"thread_id", thread}, {"object_id", "10002"}, {"page", "1"}});
+    const QJsonObject newest = comments.json.value("data").toArray().first().toObject();
+    QCOMPARE(newest.value("comment_id").toString(), commentId);
+    QCOMPARE(newest.value("content_filter").toString(), QStringLiteral("第一次评论，支持！"));
+    QCOMPARE(newest.value("total_reply").toInt(), 1);
+    QCOMPARE(newest.value("reply").toArray().first().toObject().value("content_filter").toString(), QStringLiteral("同感"));
+
+    const auto grade = again.get(QStringLiteral("ios/pad/grade.php"), {{"act", "get"}, {"comic_id", "10002"}}).json;
+    QCOMPARE(grade.value("my_grade").toInt(), 4);
+    QCOMPARE(grade.value("count").toInt(), graded.value("count").toInt());
+    const auto tickets = again.get(QStringLiteral("android/phone/ticket_log.php"), {{"page", "1"}, {"type", "0"}}).json;
+    QCOMPARE(tickets.value("total").toInt(), 1);
+    QCOMPARE(tickets.value("data").toArray().first().toObject().value("ticket_num").toInt(), 2);
+    const auto coins = again.get(QStringLiteral("ios/pad/coin_log.php"), {{"page", "1"}}).json;
+    QCOMPARE(coins.value("total").toInt(), 2); // the purchase and the top-up
+}
+
+void TestSiteSession::registrationWithTextMessageCode()
+{
+    SiteTestClient client(m_site->baseUrl());
+    const QString mobile = QStringLiteral("13800138000");
+    const auto sent = client.get(QStringLiteral("v3/app/ios/pad/member/getmessage"), {{"mobile", mobile}});
+    QCOMPARE(SiteTestClient::v3Data(sent).value("stateCode").toInt(), 1);
+    QString code;
+    {
+        QMutexLocker lock(&g_logMutex);
+        static const QRegularExpression re(QStringLiteral("verification code for 13800138000 is ([0-9]{6})"));
+        for (const QString &line : std::as_const(g_log)) {
+            const auto m = re.match(line);
+            if (m.hasMatch())
+                code = m.captured(1);
+        }
+    }
+    QVERIFY2(!code.isEmpty(), "the code is written to the site's log");
+    const QString wrong = code == QLatin1String("000000") ? QStringLiteral("111111") : QStringLiteral("000000");
+    auto reg = client.get(QStringLiteral("v3/app/ios/pad/member/mobilereg"), {{"mobile", mobile}, {"code", wrong}, {"username", "newcomer"}, {"password", "secret99"}, {"device_id", "D"}});
+    QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 0);
+    reg = client.get(QStringLiteral("v3/app/ios/pad/member/mobilereg"), {{"mobile", mobile}, {"code", code}, {"username", "newcomer"}, {"password", "secret99"}, {"device_id", "D"}});
+    QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 1);
+    const QString key = SiteTestClient::v3Data(reg).value("returnData").toObject().value("key").toString();
+    QVERIFY(!key.isEmpty());
+    // The new account signs in by name, and the user name is now taken.
+    QCOMPARE(client.signIn("newcomer", "secret99").value("username").toString(), QStringLiteral("newcomer"));
+    reg = client.get(QStringLiteral("v3/app/ios/pad/member/reg"), {{"username", "newcomer"}, {"password", "another1"}, {"device_id", "D"}});
+    QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 0);
+    reg = client.get(QStringLiteral("v3/app/ios/pad/member/reg"), {{"username", "second_user"}, {"password", "another1"}, {"device_id", "D"}});
+    QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 1);
+}
+
+QTEST_MAIN(TestSiteSession)
+#include "tst_sitesession.moc"

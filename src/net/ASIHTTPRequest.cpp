@@ -234,7 +234,7 @@ void ASIHTTPRequest::cancelOnOwnThread()
 
 void ASIHTTPRequest::onProgress()
 {
-    if (m_reply && m_reply->bytesAvailable() > 0) {
+    if (m_reply && m_reply->isOpen() && m_reply->bytesAvailable() > 0) {
         m_responseData += m_reply->readAll();
         if (m_responseData.size() > maxResponseSize) {
             qCWarning(lcNet) << "answer too large, dropped:" << m_url;
@@ -269,7 +269,8 @@ void ASIHTTPRequest::onReplyFinished()
         return;
     if (m_timer)
         m_timer->stop();
-    m_responseData += reply->readAll();
+    if (reply->isOpen())
+        m_responseData += reply->readAll();
     m_responseStatusCode = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     m_responseHeaders = reply->rawHeaderPairs();
     const QNetworkReply::NetworkError error = reply->error();

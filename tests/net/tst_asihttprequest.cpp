@@ -1,0 +1,378 @@
+// The HTTP engine against the reference site over loopback.
+
+#include "NetTestSite.h"
+
+#include "net/ASIFormDataRequest.h"
+#include "net/PersistentCookieJar.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QRegularExpression>
+#include <QTcpServer>
+#include <QThread>
+
+#include <memory>
+
+namespace {
+
+QUrl siteUrl(NetTestSite &site, const QString &path)
+{
+    return QUrl(site.site->baseUrl().toString() + path);
+}
+
+QByteArray cookieValue(const QByteArray &cookieHeader, const QByteArray &name)
+{
+    for (const QByteArray &part : cookieHeader.split(';')) {
+        const QByteArray p = part.trimmed();
+        if (p.startsWith(name + '='))
+            return p.mid(name.size() + 1);
+    }
+    return QByteArray();
+}
+
+// Runs one synchronous request on a thread of its own and hands it back.
+std::unique_ptr<ASIHTTPRequest> runOnWorker(const QUrl &url)
+{
+    std::unique_ptr<ASIHTTPRequest> request;
+    QThread *worker = QThread::create([&] {
+        request.reset(new ASIHTTPRequest(url));
+        request->startSynchronous();
+    });
+    worker->start();
+    worker->wait();
+    delete worker;
+    return request;
+}
+
+} // namespace
+
+class TestAsiHttpRequest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase() { m_site = std::make_unique<NetTestSite>(); QVERIFY(m_site->port != 0); }
+    void cleanup()
+    {
+        m_site->faults().clear();
+        ASIHTTPRequest::setDefaultTimeOutSeconds(15);
+    }
+    void cleanupTestCase() { m_site.reset(); }
+
+    void defaultsOnTheWire();
+    void stalledServerTimesOutWithoutRetry();
+    void outcomes_data();
+    void outcomes();
+    void cancelReportsOnceWithCode4();
+    void clearDelegatesAndCancelReportsNothing();
+    void cancelFromAnotherThreadStopsSynchronousRequest();
+    void formBodyIsUrlEncodedUtf8InOrder();
+    void gzipAnswerIsInflated();
+    void cookiesPersistAcrossThreadsAndRestarts();
+
+private:
+    std::unique_ptr<NetTestSite> m_site;
+};
+
+void TestAsiHttpRequest::defaultsOnTheWire()
+{
+    // Checked before any test shortens it.
+    QCOMPARE(ASIHTTPRequest::defaultTimeOutSeconds(), 15);
+
+    ASIHTTPRequest request(siteUrl(*m_site, QStringLiteral("ios/pad/hot_keywords.php?num=3")));
+    RequestRecorder recorder;
+    request.setDelegate(&recorder);
+    request.startAsynchronous();
+    QCOMPARE(request.timeOutSeconds(), 15);
+    QCOMPARE(request.numberOfTimesToRetryOnTimeout(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished, 1, 10000);
+    QCOMPARE(recorder.failed, 0);
+    QCOMPARE(request.responseStatusCode(), 200);
+
+    const auto record = m_site->site->lastRequest(QStringLiteral("ios/pad/hot_keywords.php"));
+    QVERIFY(record.valid);
+    QCOMPARE(record.method, QByteArray("GET"));
+    const QByteArray agent = NetTestSite::header(record, "User-Agent");
+    QVERIFY2(QRegularExpression(QStringLiteral("^Quorin Reader 3\\.5 \\([^;]+; [^;]+ [^;]+; [^;]+\\)$"))
+                 .match(QString::fromUtf8(agent)).hasMatch(),
+             agent.constData());
+    QVERIFY(NetTestSite::header(record, "Accept-Encoding").contains("gzip"));
+    QVERIFY(NetTestSite::header(record, "Connection").toLower().contains("keep-alive"));
+
+    const QJsonDocument doc = QJsonDocument::fromJson(request.responseData());
+    QCOMPARE(doc.object().value(QLatin1String("data")).toArray().size(), 3);
+}
+
+void TestAsiHttpRequest::stalledServerTimesOutWithoutRetry()
+{
+    const QString path = QStringLiteral("ios/pad/version.php");
+    m_site->faults().setStall(path);
+    ASIHTTPRequest::setDefaultTimeOutSeconds(1);
+
+    ASIHTTPRequest request(siteUrl(*m_site, path));
+    RequestRecorder recorder;
+    request.setDelegate(&recorder);
+    request.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.failed, 1, 20000);
+    QCOMPARE(recorder.finished, 0);
+    QVERIFY(recorder.lastError);
+    QCOMPARE(recorder.lastError->domain, QStringLiteral("ASIHTTPRequestErrorDomain"));
+    QCOMPARE(recorder.lastError->code, 2);
+    QCOMPARE(recorder.lastError->localizedDescription, QStringLiteral("The request timed out"));
+
+    // The same from a worker thread, synchronously.
+    auto sync = runOnWorker(siteUrl(*m_site, path));
+    QVERIFY(sync->error());
+    QCOMPARE(sync->error()->code, 2);
+
+    // A request that answers afterwards proves the site had time to see a retry.
+    auto control = runOnWorker(siteUrl(*m_site, QStringLiteral("ios/pad/hot_keywords.php")));
+    QVERIFY(!control->error());
+    QCOMPARE(m_site->site->requestCount(path), 2);
+    QCOMPARE(recorder.failed, 1);
+}
+
+void TestAsiHttpRequest::outcomes_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<int>("status");     // for "status": the HTTP status the site sends
+    QTest::addColumn<int>("errorCode");  // 0: delivered as an answer
+    QTest::addColumn<int>("httpStatus"); // status seen by the client when delivered
+
+    QTest::newRow("500 is an answer") << "status" << 500 << 0 << 500;
+    QTest::newRow("404 is an answer") << "status" << 404 << 0 << 404;
+    QTest::newRow("400 is an answer") << "status" << 400 << 0 << 400;
+    QTest::newRow("503 is an answer") << "status" << 503 << 0 << 503;
+    QTest::newRow("401 needs authentication") << "status" << 401 << 3 << 0;
+    QTest::newRow("connection dropped mid-body") << "drop" << 0 << 1 << 0;
+    QTest::newRow("connection refused") << "refused" << 0 << 1 << 0;
+    QTest::newRow("scheme the engine cannot speak") << "scheme" << 0 << 6 << 0;
+    QTest::newRow("no host") << "nohost" << 0 << 6 << 0;
+}
+
+void TestAsiHttpRequest::outcomes()
+{
+    QFETCH(QString, fault);
+    QFETCH(int, status);
+    QFETCH(int, errorCode);
+    QFETCH(int, httpStatus);
+
+    const QString path = QStringLiteral("ios/pad/coin_log.php");
+    QUrl url = siteUrl(*m_site, path);
+    const QByteArray body = "{\"code\":0,\"message\":\"x\"}";
+    if (fault == QLatin1String("status")) {
+        m_site->faults().setErrorStatus(path, status, body);
+    } else if (fault == QLatin1String("drop")) {
+        m_site->faults().setDropMidBody(path);
+    } else if (fault == QLatin1String("refused")) {
+        QTcpServer probe;
+        QVERIFY(probe.listen(QHostAddress::LocalHost));
+        url.setPort(probe.serverPort());
+        probe.close(); // nobody listens there now
+    } else if (fault == QLatin1String("scheme")) {
+        url.setScheme(QStringLiteral("ftp"));
+    } else if (fault == QLatin1String("nohost")) {
+        url = QUrl(QStringLiteral("http:///ios/pad/coin_log.php"));
+    }
+
+    ASIHTTPRequest request(url);
+    RequestRecorder recorder;
+    request.setDelegate(&recorder);
+    request.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished + recorder.failed, 1, 10000);
+    if (errorCode == 0) {
+        QCOMPARE(recorder.finished, 1);
+        QVERIFY(!request.error());
+        QCOMPARE(request.responseStatusCode(), httpStatus);
+        QCOMPARE(request.responseData(), body);
+    } else {
+        QCOMPARE(recorder.failed, 1);
+        QCOMPARE(recorder.lastError->code, errorCode);
+        QCOMPARE(recorder.lastError->localizedDescription,
+                 NetError::asiError(errorCode).localizedDescription);
+        QVERIFY(!recorder.lastError->localizedDescription.isEmpty());
+    }
+    // Nothing more arrives later.
+    auto control = runOnWorker(siteUrl(*m_site, QStringLiteral("ios/pad/hot_keywords.php")));
+    QCoreApplication::processEvents();
+    QCOMPARE(recorder.finished + recorder.failed, 1);
+}
+
+void TestAsiHttpRequest::cancelReportsOnceWithCode4()
+{
+    const QString path = QStringLiteral("ios/pad/version.php");
+    m_site->faults().setStall(path);
+    const int before = m_site->site->requestCount(path);
+
+    ASIHTTPRequest request(siteUrl(*m_site, path));
+    RequestRecorder recorder;
+    request.setDelegate(&recorder);
+    request.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(m_site->site->requestCount(path), before + 1, 10000);
+    QVERIFY(request.isExecuting());
+    request.cancel();
+    QCOMPARE(recorder.failed, 1);
+    QCOMPARE(recorder.lastError->code, 4);
+    QCOMPARE(recorder.lastError->localizedDescription, QStringLiteral("The request was cancelled"));
+    QVERIFY(request.isCancelled());
+    request.cancel(); // already over: nothing more
+    request.clearDelegatesAndCancel();
+    QCoreApplication::processEvents();
+    QCOMPARE(recorder.failed, 1);
+    QCOMPARE(recorder.finished, 0);
+}
+
+void TestAsiHttpRequest::clearDelegatesAndCancelReportsNothing()
+{
+    RequestRecorder recorder;
+
+    // Never started.
+    {
+        ASIHTTPRequest idle(siteUrl(*m_site, QStringLiteral("ios/pad/hot_keywords.php")));
+        idle.setDelegate(&recorder);
+        idle.clearDelegatesAndCancel();
+        idle.startAsynchronous(); // a cancelled request does not start
+        QCoreApplication::processEvents();
+    }
+    // Finished.
+    ASIHTTPRequest done(siteUrl(*m_site, QStringLiteral("ios/pad/hot_keywords.php")));
+    done.setDelegate(&recorder);
+    done.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished, 1, 10000);
+    done.clearDelegatesAndCancel();
+    QVERIFY(!done.error());
+
+    // Running, against a slow answer.
+    m_site->faults().setLatencyMs(300);
+    ASIHTTPRequest running(siteUrl(*m_site, QStringLiteral("ios/pad/coin_log.php")));
+    running.setDelegate(&recorder);
+    running.startAsynchronous();
+    running.clearDelegatesAndCancel();
+    auto control = runOnWorker(siteUrl(*m_site, QStringLiteral("ios/pad/hot_keywords.php")));
+    QVERIFY(!control->error());
+    QCoreApplication::processEvents();
+    QCOMPARE(recorder.finished, 1);
+    QCOMPARE(recorder.failed, 0);
+}
+
+void TestAsiHttpRequest::cancelFromAnotherThreadStopsSynchronousRequest()
+{
+    const QString path = QStringLiteral("ios/pad/version.php");
+    m_site->faults().setStall(path);
+    const int before = m_site->site->requestCount(path);
+
+    std::atomic<ASIHTTPRequest *> shared{nullptr};
+    std::optional<NetError> error;
+    QThread *worker = QThread::create([&] {
+        ASIHTTPRequest request(siteUrl(*m_site, path));
+        shared = &request;
+        request.startSynchronous();
+        error = request.error();
+        shared = nullptr;
+    });
+    worker->start();
+    QTRY_COMPARE_WITH_TIMEOUT(m_site->site->requestCount(path), before + 1, 10000);
+    QVERIFY(shared.load());
+    shared.load()->cancel(); // from the main thread
+    QVERIFY(worker->wait(10000));
+    delete worker;
+    QVERIFY(error);
+    QCOMPARE(error->code, 4);
+}
+
+void TestAsiHttpRequest::formBodyIsUrlEncodedUtf8InOrder()
+{
+    const QString path = QStringLiteral("ios/pad/comment_add.php");
+    ASIFormDataRequest request(siteUrl(*m_site, path));
+    request.setPostValue(QStringLiteral("a b&c=d+e"), QStringLiteral("z"));
+    request.setPostValue(QStringLiteral("吐槽/?#%"), QStringLiteral("content"));
+    request.setPostValue(QString(), QStringLiteral("empty"));
+    RequestRecorder recorder;
+    request.setDelegate(&recorder);
+    request.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished, 1, 10000);
+
+    const auto record = m_site->site->lastRequest(path);
+    QCOMPARE(record.method, QByteArray("POST"));
+    QCOMPARE(record.body,
+             QByteArray("z=a%20b%26c%3Dd%2Be&content=%E5%90%90%E6%A7%BD%2F%3F%23%25&empty="));
+    QCOMPARE(NetTestSite::header(record, "Content-Type"),
+             QByteArray("application/x-www-form-urlencoded; charset=utf-8"));
+}
+
+void TestAsiHttpRequest::gzipAnswerIsInflated()
+{
+    m_site->faults().setGzip(true);
+    ASIHTTPRequest request(siteUrl(*m_site, QStringLiteral("ios/pad/hot_keywords.php?num=5")));
+    RequestRecorder recorder;
+    request.setDelegate(&recorder);
+    request.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished, 1, 10000);
+
+    bool gzipped = false;
+    for (const auto &h : request.responseHeaders()) {
+        if (h.first.compare("Content-Encoding", Qt::CaseInsensitive) == 0 && h.second.contains("gzip"))
+            gzipped = true;
+    }
+    QVERIFY2(gzipped, "the site did not compress the answer");
+    QJsonParseError error{};
+    const QJsonDocument doc = QJsonDocument::fromJson(request.responseData(), &error);
+    QCOMPARE(error.error, QJsonParseError::NoError);
+    QCOMPARE(doc.object().value(QLatin1String("data")).toArray().size(), 5);
+}
+
+void TestAsiHttpRequest::cookiesPersistAcrossThreadsAndRestarts()
+{
+    PersistentCookieJar::clearAll();
+    const QString first = QStringLiteral("ios/pad/hot_keywords.php");
+    const QString second = QStringLiteral("ios/pad/coin_log.php");
+
+    ASIHTTPRequest a(siteUrl(*m_site, first));
+    RequestRecorder recorder;
+    a.setDelegate(&recorder);
+    a.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished, 1, 10000);
+    QVERIFY(cookieValue(NetTestSite::header(m_site->site->lastRequest(first), "Cookie"), "qsid").isEmpty());
+    QByteArray setCookie;
+    for (const auto &h : a.responseHeaders()) {
+        if (h.first.compare("Set-Cookie", Qt::CaseInsensitive) == 0)
+            setCookie = h.second;
+    }
+    const QByteArray sid = cookieValue(setCookie.split(';').first(), "qsid");
+    QVERIFY2(!sid.isEmpty(), setCookie.constData());
+
+    // A later request of the main thread sends it back.
+    ASIHTTPRequest b(siteUrl(*m_site, second));
+    b.setDelegate(&recorder);
+    b.startAsynchronous();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished, 2, 10000);
+    QCOMPARE(cookieValue(NetTestSite::header(m_site->site->lastRequest(second), "Cookie"), "qsid"), sid);
+
+    // So does a worker thread's manager.
+    QVERIFY(!runOnWorker(siteUrl(*m_site, second))->error());
+    QCOMPARE(cookieValue(NetTestSite::header(m_site->site->lastRequest(second), "Cookie"), "qsid"), sid);
+
+    // The store is a file of the app home, readable by the owner only.
+    QFile store(PersistentCookieJar::storagePath());
+    QVERIFY(store.exists());
+    QVERIFY(store.permissions().testFlag(QFileDevice::ReadOwner));
+    QVERIFY(!store.permissions().testFlag(QFileDevice::ReadOther));
+    QVERIFY(!store.permissions().testFlag(QFileDevice::ReadGroup));
+
+    // A new process starts from the file only.
+    PersistentCookieJar::reloadFromDisk();
+    QVERIFY(!runOnWorker(siteUrl(*m_site, first))->error());
+    QCOMPARE(cookieValue(NetTestSite::header(m_site->site->lastRequest(first), "Cookie"), "qsid"), sid);
+
+    // A damaged store is no store: no crash, no cookie, and a fresh one is made.
+    QVERIFY(store.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    store.write("\x01\x02garbage; =; \n\xff\xfe;;;\n");
+    store.close();
+    PersistentCookieJar::reloadFromDisk();
+    QVERIFY(!runOnWorker(siteUrl(*m_site, second))->error());
+    QVERIFY(cookieValue(NetTestSite::header(m_site->site->lastRequest(second), "Cookie"), "qsid").isEmpty());
+    QCOMPARE(PersistentCookieJar::storedCookies().size(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestAsiHttpRequest)
+#include "tst_asihttprequest.moc"

@@ -1,0 +1,308 @@
+// The fault knobs (stall, error status, malformed body, drop mid-body, gzip,
+// latency, "*" for every path) and the HTTP layer itself (keep-alive and
+// pipelining, limits, HTTP/1.0, cookies, a site thread that answers while the
+// test's thread blocks).
+#include "QuorinSite.h"
+#include "QuorinSiteFaults.h"
+#include "SiteTestClient.h"
+
+#include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QNetworkReply>
+#include <QSignalSpy>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <zlib.h>
+
+namespace {
+QByteArray gunzip(const QByteArray &data)
+{
+    z_stream zs{};
+    if (inflateInit2(&zs, 15 + 16) != Z_OK)
+        return {};
+    QByteArray out(1 << 20, '\0');
+    zs.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(data.constData()));
+    zs.avail_in = uInt(data.size());
+    zs.next_out = reinterpret_cast<Bytef *>(out.data());
+    zs.avail_out = uInt(out.size());
+    const int rc = inflate(&zs, Z_FINISH);
+    out.truncate(qsizetype(zs.total_out));
+    inflateEnd(&zs);
+    return rc == Z_STREAM_END ? out : QByteArray();
+}
+
+// Sends raw bytes on a fresh connection and reads until the peer closes or the
+// expected number of answers arrived (blocking: no event loop involved).
+QByteArray rawExchange(quint16 port, const QByteArray &bytes, int answers = 1)
+{
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, port);
+    if (!socket.waitForConnected(5000))
+        return {};
+    socket.write(bytes);
+    socket.waitForBytesWritten(5000);
+    QByteArray got;
+    while (socket.waitForReadyRead(10000)) {
+        got += socket.readAll();
+        if (got.count("HTTP/1.1 ") >= answers) {
+            // Read the rest of the last body when a length is known.
+            const qsizetype head = got.lastIndexOf("\r\n\r\n");
+            const qsizetype cl = got.lastIndexOf("Content-Length: ");
+            if (head > 0 && cl > 0) {
+                const qsizetype len = got.mid(cl + 16, got.indexOf("\r\n", cl) - cl - 16).toLongLong();
+                if (got.size() - head - 4 >= len)
+                    break;
+            }
+        }
+    }
+    return got;
+}
+}
+
+class TestSiteFaults : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+    void stalledPathDoesNotHoldUpOthers();
+    void errorStatusWithBody_data();
+    void errorStatusWithBody();
+    void malformedBodies_data();
+    void malformedBodies();
+    void dropMidBody();
+    void gzipOnlyWhenAccepted();
+    void latencyStillAnswersAndClearResets();
+    void cookieAndRecordedRequest();
+    void keepAlivePipeliningAndLimits_data();
+    void keepAlivePipeliningAndLimits();
+    void answersWhileThisThreadBlocks();
+
+private:
+    QTemporaryDir m_dir;
+    QuorinSite *m_site = nullptr;
+};
+
+void TestSiteFaults::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    QuorinSiteOptions options;
+    options.dataDir = m_dir.path();
+    m_site = new QuorinSite(options);
+    QVERIFY(m_site->listen());
+}
+
+void TestSiteFaults::cleanupTestCase()
+{
+    delete m_site;
+}
+
+void TestSiteFaults::init()
+{
+    m_site->faults().clear();
+}
+
+void TestSiteFaults::stalledPathDoesNotHoldUpOthers()
+{
+    m_site->faults().setStall(QStringLiteral("ios/pad/list.php"));
+    SiteTestClient client(m_site->baseUrl());
+    const int before = m_site->requestCount(QStringLiteral("ios/pad/list.php"));
+    QNetworkReply *stalled = client.manager().get(QNetworkRequest(client.url(QStringLiteral("ios/pad/list.php"), {{"page", "0"}})));
+    // The stalled request arrives and is recorded, but never answered...
+    QTRY_COMPARE(m_site->requestCount(QStringLiteral("ios/pad/list.php")), before + 1);
+    QCOMPARE(m_site->lastRequest(QStringLiteral("ios/pad/list.php")).method, QByteArray("GET"));
+    // ...while other paths, on other connections, are.
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}}).json.value("code").toInt(), 1);
+    QVERIFY(!stalled->isFinished());
+    stalled->abort();
+    QCOMPARE(stalled->error(), QNetworkReply::OperationCanceledError);
+    stalled->deleteLater();
+    // "*" stalls everything; turning it off serves again.
+    m_site->faults().setStall(QStringLiteral("*"));
+    QNetworkReply *any = client.manager().get(QNetworkRequest(client.url(QStringLiteral("ios/pad/hot_keywords.php"))));
+    QTRY_VERIFY(m_site->requestCount(QStringLiteral("ios/pad/hot_keywords.php")) >= 1);
+    QVERIFY(!any->isFinished());
+    any->abort();
+    any->deleteLater();
+    m_site->faults().setStall(QStringLiteral("*"), false);
+    QCOMPARE(client.get(QStringLiteral("ios/pad/hot_keywords.php")).json.value("code").toInt(), 1);
+}
+
+void TestSiteFaults::errorStatusWithBody_data()
+{
+    QTest::addColumn<QString>("faultPath");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("503 on list") << "ios/pad/list.php" << 503 << QByteArray("{\"code\":0,\"message\":\"busy\"}");
+    QTest::newRow("500 empty body on every path") << "*" << 500 << QByteArray();
+    QTest::newRow("404 html") << "/ios/pad/list.php" << 404 << QByteArray("<html>gone</html>");
+}
+
+void TestSiteFaults::errorStatusWithBody()
+{
+    QFETCH(QString, faultPath);
+    QFETCH(int, status);
+    QFETCH(QByteArray, body);
+    m_site->faults().setErrorStatus(faultPath, status, body);
+    SiteTestClient client(m_site->baseUrl());
+    const auto r = client.get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}});
+    QCOMPARE(r.status, status);
+    QVERIFY(r.error != QNetworkReply::NoError);
+    QCOMPARE(r.body, body);
+    const auto other = client.get(QStringLiteral("ios/pad/hot_keywords.php"));
+    QCOMPARE(other.status, faultPath == QLatin1String("*") ? status : 200);
+}
+
+void TestSiteFaults::malformedBodies_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("not JSON") << QByteArray("<html>oops");
+    QTest::newRow("truncated JSON") << QByteArray("{\"code\":1,\"data\":[{\"comic_id\":\"1");
+    QTest::newRow("JSON array") << QByteArray("[1,2,3]");
+    QTest::newRow("JSON null") << QByteArray("null");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("wrong types") << QByteArray("{\"code\":\"1\",\"data\":{\"comic_id\":10001},\"total\":null}");
+}
+
+void TestSiteFaults::malformedBodies()
+{
+    QFETCH(QByteArray, body);
+    m_site->faults().setMalformed(QStringLiteral("ios/pad/list.php"), body);
+    SiteTestClient client(m_site->baseUrl());
+    const auto r = client.get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}});
+    QCOMPARE(r.status, 200);
+    QCOMPARE(r.error, QNetworkReply::NoError);
+    QCOMPARE(r.body, body);
+    QCOMPARE(client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}}).json.value("code").toInt(), 1);
+}
+
+void TestSiteFaults::dropMidBody()
+{
+    m_site->faults().setDropMidBody(QStringLiteral("ios/pad/comic_127.php"));
+    SiteTestClient client(m_site->baseUrl());
+    const auto r = client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}});
+    QVERIFY2(r.error != QNetworkReply::NoError, "a body cut short is an error");
+    QVERIFY(!r.isObject);
+    // On the wire: the full length is announced, about half arrives, then the close.
+    const QByteArray raw = rawExchange(m_site->baseUrl().port(), "GET /ios/pad/comic_127.php?comic_id=10001 HTTP/1.1\r\nHost: x\r\n\r\n");
+    const qsizetype head = raw.indexOf("\r\n\r\n");
+    QVERIFY(head > 0);
+    const qsizetype cl = raw.indexOf("Content-Length: ");
+    const qsizetype announced = raw.mid(cl + 16, raw.indexOf("\r\n", cl) - cl - 16).toLongLong();
+    QVERIFY(announced > 100);
+    QVERIFY(raw.size() - head - 4 < announced);
+    m_site->faults().setDropMidBody(QStringLiteral("ios/pad/comic_127.php"), false);
+    QCOMPARE(client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}}).json.value("code").toInt(), 1);
+}
+
+void TestSiteFaults::gzipOnlyWhenAccepted()
+{
+    m_site->faults().setGzip(true);
+    SiteTestClient client(m_site->baseUrl());
+    // QNAM asks for gzip on its own and inflates transparently.
+    const auto automatic = client.get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}});
+    QCOMPARE(automatic.json.value("code").toInt(), 1);
+    // Asked for explicitly, the body arrives compressed.
+    const QUrl url = client.url(QStringLiteral("ios/pad/list.php"), {{"page", "0"}});
+    const auto packed = client.getRaw(url, {{"Accept-Encoding", "gzip"}});
+    QCOMPARE(packed.header("Content-Encoding"), QByteArray("gzip"));
+    const QByteArray inflated = gunzip(packed.body);
+    QVERIFY(!inflated.isEmpty());
+    QVERIFY(inflated.size() > packed.body.size());
+    QCOMPARE(QJsonDocument::fromJson(inflated).object().value("code").toInt(), 1);
+    // Refused (q=0) or not asked for: plain.
+    const auto refused = client.getRaw(url, {{"Accept-Encoding", "gzip;q=0, identity"}});
+    QVERIFY(refused.header("Content-Encoding").isEmpty());
+    QVERIFY(refused.isObject);
+    const QByteArray raw = rawExchange(m_site->baseUrl().port(), "GET /ios/pad/hot_keywords.php HTTP/1.1\r\nHost: x\r\n\r\n");
+    QVERIFY(raw.startsWith("HTTP/1.1 200"));
+    QVERIFY(!raw.contains("Content-Encoding"));
+    m_site->faults().setGzip(false);
+    QVERIFY(client.getRaw(url, {{"Accept-Encoding", "gzip"}}).header("Content-Encoding").isEmpty());
+}
+
+void TestSiteFaults::latencyStillAnswersAndClearResets()
+{
+    m_site->faults().setLatencyMs(150);
+    m_site->faults().setMalformed(QStringLiteral("*"), "x");
+    m_site->faults().setGzip(true);
+    QCOMPARE(m_site->faults().latencyMs(), 150);
+    SiteTestClient client(m_site->baseUrl());
+    QCOMPARE(client.get(QStringLiteral("ios/pad/hot_keywords.php")).body, QByteArray("x"));
+    m_site->faults().clear();
+    QCOMPARE(m_site->faults().latencyMs(), 0);
+    QVERIFY(!m_site->faults().gzip());
+    QCOMPARE(client.get(QStringLiteral("ios/pad/hot_keywords.php")).json.value("code").toInt(), 1);
+}
+
+void TestSiteFaults::cookieAndRecordedRequest()
+{
+    SiteTestClient client(m_site->baseUrl());
+    const auto first = client.get(QStringLiteral("ios/pad/hot_keywords.php"), {{"num", "3"}});
+    const QByteArray setCookie = first.header("Set-Cookie");
+    QVERIFY(setCookie.startsWith("qsid="));
+    const QByteArray sid = setCookie.mid(5, setCookie.indexOf(';') - 5);
+    // The cookie jar sends it back; the site sees it and sets no new one.
+    const auto second = client.post(QStringLiteral("ios/pad/check_update.php"), {{"post_data", "10001|0||"}});
+    QVERIFY(second.header("Set-Cookie").isEmpty());
+    const QuorinSiteRequestRecord record = m_site->lastRequest(QStringLiteral("ios/pad/check_update.php"));
+    QVERIFY(record.valid);
+    QCOMPARE(record.method, QByteArray("POST"));
+    QCOMPARE(record.path, QStringLiteral("ios/pad/check_update.php"));
+    QVERIFY(record.query.contains("version=3.5.0"));
+    QCOMPARE(record.body, QByteArray("post_data=10001%7C0%7C%7C"));
+    bool cookieSeen = false;
+    for (const auto &h : record.headers)
+        cookieSeen = cookieSeen || (h.first.compare("Cookie", Qt::CaseInsensitive) == 0 && h.second.contains("qsid=" + sid));
+    QVERIFY(cookieSeen);
+    QVERIFY(!m_site->lastRequest(QStringLiteral("never/asked.php")).valid);
+    QCOMPARE(m_site->requestCount(QStringLiteral("never/asked.php")), 0);
+}
+
+void TestSiteFaults::keepAlivePipeliningAndLimits_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<int>("answers");
+    QTest::addColumn<QByteArray>("expectFirst");
+    QTest::addColumn<bool>("closes");
+    const QByteArray get = "GET /ios/pad/hot_keywords.php?num=1 HTTP/1.1\r\nHost: x\r\n\r\n";
+    QTest::newRow("two pipelined, kept alive") << get + get << 2 << QByteArray("HTTP/1.1 200") << false;
+    QTest::newRow("HTTP/1.0 closes") << QByteArray("GET /ios/pad/hot_keywords.php HTTP/1.0\r\n\r\n") << 1 << QByteArray("HTTP/1.1 200") << true;
+    QTest::newRow("bad request line") << QByteArray("HELLO\r\n\r\n") << 1 << QByteArray("HTTP/1.1 400") << true;
+    QTest::newRow("header too large") << "GET / HTTP/1.1\r\nX: " + QByteArray(40000, 'a') + "\r\n\r\n" << 1 << QByteArray("HTTP/1.1 431") << true;
+    QTest::newRow("body too large") << QByteArray("POST /ios/pad/fav.php HTTP/1.1\r\nContent-Length: 999999999\r\n\r\n") << 1 << QByteArray("HTTP/1.1 413") << true;
+    QTest::newRow("negative length") << QByteArray("POST /ios/pad/fav.php HTTP/1.1\r\nContent-Length: -4\r\n\r\n") << 1 << QByteArray("HTTP/1.1 400") << true;
+    QTest::newRow("chunked request") << QByteArray("POST /ios/pad/fav.php HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n0\r\n\r\n") << 1 << QByteArray("HTTP/1.1 501") << true;
+    QTest::newRow("method not allowed") << QByteArray("DELETE /ios/pad/list.php HTTP/1.1\r\nHost: x\r\n\r\n") << 1 << QByteArray("HTTP/1.1 405") << false;
+    QTest::newRow("form post on a raw socket") << QByteArray("POST /ios/pad/check_update.php HTTP/1.1\r\nContent-Type: application/x-www-form-urlencoded\r\nContent-Length: 19\r\n\r\npost_data=10001|0||") << 1 << QByteArray("HTTP/1.1 200") << false;
+}
+
+void TestSiteFaults::keepAlivePipeliningAndLimits()
+{
+    QFETCH(QByteArray, request);
+    QFETCH(int, answers);
+    QFETCH(QByteArray, expectFirst);
+    QFETCH(bool, closes);
+    const QByteArray got = rawExchange(m_site->baseUrl().port(), request, answers);
+    QVERIFY2(got.startsWith(expectFirst), got.left(200).constData());
+    QCOMPARE(int(got.count("HTTP/1.1 ")), answers);
+    QCOMPARE(got.contains("Connection: close"), closes);
+    // Every answer has a JSON body, refusals included.
+    const qsizetype head = got.lastIndexOf("\r\n\r\n");
+    QVERIFY(QJsonDocument::fromJson(got.mid(head + 4)).isObject());
+}
+
+void TestSiteFaults::answersWhileThisThreadBlocks()
+{
+    // No event loop runs here: only the site's own thread can answer.
+    const QByteArray got = rawExchange(m_site->baseUrl().port(), "GET /ios/pad/comic_127.php?comic_id=10001 HTTP/1.1\r\nHost: x\r\n\r\n");
+    QVERIFY(got.startsWith("HTTP/1.1 200"));
+    QVERIFY(QJsonDocument::fromJson(got.mid(got.indexOf("\r\n\r\n") + 4)).object().contains("chapter_list"));
+}
+
+QTEST_MAIN(TestSiteFaults)
+#include "tst_sitefaults.moc"

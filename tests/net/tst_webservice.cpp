@@ -1,0 +1,603 @@
+// The web service template: URLs, bodies, delegate contract, cancellation,
+// tolerant parsing and concurrency, against the reference site.
+
+#include "NetTestSite.h"
+
+#include "net/VORAAddTucaoService.h"
+#include "net/VORACheckVersionService.h"
+#include "net/VORAGetAuthenticateQ42UserService.h"
+#include "net/VORAGetChapterInfoService.h"
+#include "net/VORAGetCloudTagService.h"
+#include "net/VORAGetComicBasicInfoService.h"
+#include "net/VORAGetRcommentService.h"
+#include "net/VORAGetTucaoService.h"
+#include "net/VORAOpenLoginService.h"
+#include "net/VORASortWebService.h"
+#include "net/VORAVipPayAiaxService.h"
+#include "net/UpdateVersionService.h"
+
+#include "core/VORAAppGlobalData.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QThread>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+// A service of the test's own: method code 2 (not a known code), a parameter,
+// and the text it was given to parse.
+class ProbeService : public VORAHttpBaseWebService
+{
+public:
+    QString path() const override { return QStringLiteral("ios/pad/hot_keywords.php"); }
+    int q42HttpMethod() const override { return 2; }
+    Parameters parameter() const override { return {{QStringLiteral("num"), QStringLiteral("4")}}; }
+    void parseResponseString(const QString &text) override
+    {
+        lastText = text;
+        ++parses;
+    }
+    QString lastText;
+    int parses = 0;
+};
+
+QString chapterOf(const VORAChapterInfoDTO &c)
+{
+    return QStringLiteral("%1|%2|%3|%4").arg(c.chapterId, c.name).arg(c.index).arg(c.pass_time.toSecsSinceEpoch());
+}
+
+} // namespace
+
+class TestWebService : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        m_site = std::make_unique<NetTestSite>();
+        QVERIFY(m_site->port != 0);
+        VORAAppGlobalData::shareAppGlobalData()->appStatus()->setDeviceId(QStringLiteral("dev42"));
+    }
+    void cleanup()
+    {
+        m_site->faults().clear();
+        VORAAppGlobalData::shareAppGlobalData()->user()->setKey(std::nullopt);
+        ASIHTTPRequest::setDefaultTimeOutSeconds(15);
+    }
+    void cleanupTestCase() { m_site.reset(); }
+
+    void urlRules_data();
+    void urlRules();
+    void postCarriesCommonParametersInQueryAndOwnInBody();
+    void unknownMethodCodeIsGet();
+    void paymentServicesUseThePaymentBase();
+    void invalidUrlSendsAndReportsNothing();
+    void cancelReportsOnceWithCode4();
+    void cancelRequestAndDestructionReportNothing();
+    void delegateMayRestartOrDestroyTheService();
+    void stalledServiceFailsWithTimeOut();
+    void refusalIsNotAnError();
+    void malformedAnswers_data();
+    void malformedAnswers();
+    void gzipAnswerReachesParserAsText();
+    void synchronousRequestOnWorkerThread();
+    void concurrentRequestsKeepTheirOwnAnswers();
+
+private:
+    bool runAsync(VORAHttpBaseWebService &service, ServiceRecorder &recorder)
+    {
+        const int before = recorder.calls;
+        service.asynchronousRequestWithDelegate(&recorder);
+        return QTest::qWaitFor([&] { return recorder.calls > before; }, 15000);
+    }
+
+    std::unique_ptr<NetTestSite> m_site;
+};
+
+void TestWebService::urlRules_data()
+{
+    QTest::addColumn<bool>("signedIn");
+    QTest::addColumn<QString>("service");
+    QTest::addColumn<QString>("pattern"); // after the base URL
+
+    const QString common = QStringLiteral("version=3\\.5\\.0&android_id=dev42&time=\\d+&");
+    QTest::newRow("signed out, no parameters")
+        << false << "version" << QStringLiteral("ios/pad/version\\.php\\?") + common;
+    QTest::newRow("signed in, no parameters")
+        << true << "version" << QStringLiteral("ios/pad/version\\.php\\?key=K-1&") + common;
+    QTest::newRow("parameters in the service's order, not escaped by the base")
+        << false << "tucao"
+        << QStringLiteral("ios/pad/get_tucao\\.php\\?") + common
+               + QStringLiteral("image_id=a b&last_id=100000000&page_size=200&type=next_page&");
+    QTest::newRow("first id replaces last id")
+        << true << "tucao-first"
+        << QStringLiteral("ios/pad/get_tucao\\.php\\?key=K-1&") + common
+               + QStringLiteral("image_id=a b&first_id=7&page_size=5&type=prev_page&");
+    QTest::newRow("POST keeps its parameters out of the URL")
+        << true << "addtucao" << QStringLiteral("ios/pad/add_tucao\\.php\\?key=K-1&") + common;
+}
+
+void TestWebService::urlRules()
+{
+    QFETCH(bool, signedIn);
+    QFETCH(QString, service);
+    QFETCH(QString, pattern);
+
+    if (signedIn)
+        VORAAppGlobalData::shareAppGlobalData()->user()->setKey(QStringLiteral("K-1"));
+    std::unique_ptr<VORAHttpBaseWebService> s;
+    if (service == QLatin1String("version")) {
+        s = std::make_unique<UpdateVersionService>();
+    } else if (service.startsWith(QLatin1String("tucao"))) {
+        auto t = std::make_unique<VORAGetTucaoService>();
+        t->pageId = QStringLiteral("a b");
+        t->lastId = QStringLiteral("100000000");
+        t->pageSize = 200;
+        if (service == QLatin1String("tucao-first")) {
+            t->firstId = QStringLiteral("7");
+            t->pageSize = 5;
+            t->isNext = false;
+        }
+        s = std::move(t);
+    } else {
+        auto t = std::make_unique<VORAAddTucaoService>();
+        t->objectId = QStringLiteral("5");
+        s = std::move(t);
+    }
+    const QString url = s->getRequestUrl();
+    const QString base = m_site->site->baseUrl().toString();
+    QVERIFY2(url.startsWith(base), qPrintable(url));
+    QVERIFY2(QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(url.mid(base.size())).hasMatch(),
+             qPrintable(url));
+    // The time is whole seconds of now.
+    const qint64 time = QRegularExpression(QStringLiteral("time=(\\d+)&")).match(url).captured(1).toLongLong();
+    QVERIFY(qAbs(time - QDateTime::currentSecsSinceEpoch()) <= 5);
+}
+
+void TestWebService::postCarriesCommonParametersInQueryAndOwnInBody()
+{
+    VORAAppGlobalData::shareAppGlobalData()->user()->setKey(QStringLiteral("K-1"));
+    VORAAddTucaoService add;
+    add.objectId = QStringLiteral("77");
+    add.content = QStringLiteral("好&看=1");
+    add.createTime = QDateTime::fromSecsSinceEpoch(1400000000, Qt::UTC);
+    add.x = 1;
+    add.y = -2;
+    add.width = 30;
+    add.height = 40;
+    QCOMPARE(add.getRequestMethod(), 1);
+    ServiceRecorder recorder;
+    QVERIFY(runAsync(add, recorder));
+    QVERIFY(!recorder.lastError);
+
+    const auto record = m_site->site->lastRequest(QStringLiteral("ios/pad/add_tucao.php"));
+    QCOMPARE(record.method, QByteArray("POST"));
+    QVERIFY(QRegularExpression(QStringLiteral("^key=K-1&version=3\\.5\\.0&android_id=dev42&time=\\d+&$"))
+                .match(QString::fromLatin1(record.query)).hasMatch());
+    QCOMPARE(record.body, QByteArray("image_id=77&content=%E5%A5%BD%26%E7%9C%8B%3D1&color=0&back=0"
+                                     "&create_time=1400000000&x=1&y=-2&w=30&h=40"));
+}
+
+void TestWebService::unknownMethodCodeIsGet()
+{
+    ProbeService probe;
+    QCOMPARE(probe.getRequestMethod(), 0);
+    QVERIFY(!probe.getPostData());
+    QVERIFY(probe.getRequestUrl().endsWith(QLatin1String("&num=4&")));
+    ServiceRecorder recorder;
+    QVERIFY(runAsync(probe, recorder));
+    const auto record = m_site->site->lastRequest(QStringLiteral("ios/pad/hot_keywords.php"));
+    QCOMPARE(record.method, QByteArray("GET"));
+    QVERIFY(record.body.isEmpty());
+    QVERIFY(record.query.endsWith("&num=4&"));
+}
+
+void TestWebService::paymentServicesUseThePaymentBase()
+{
+    const QByteArray saved = qgetenv("QUORIN_PAY_BASE");
+    qputenv("QUORIN_PAY_BASE", "http://127.0.0.1:1/paybase");
+    VORAVipPayAiaxService pay;
+    VORAGetCloudTagService api;
+    const QString payUrl = pay.getRequestUrl();
+    const QString apiUrl = api.getRequestUrl();
+    qputenv("QUORIN_PAY_BASE", saved);
+    QVERIFY2(payUrl.startsWith(QLatin1String("http://127.0.0.1:1/paybase/pay/ajax.php?")), qPrintable(payUrl));
+    QVERIFY(apiUrl.startsWith(m_site->site->baseUrl().toString() + QLatin1String("ios/pad/hot_keywords.php?")));
+}
+
+void TestWebService::invalidUrlSendsAndReportsNothing()
+{
+    const QByteArray saved = qgetenv("QUORIN_API_BASE");
+    qputenv("QUORIN_API_BASE", "http://127.0.0.1:99999/");
+    VORAGetCloudTagService tags;
+    ServiceRecorder recorder;
+    tags.asynchronousRequestWithDelegate(&recorder);
+    QVERIFY(!tags.request());
+    tags.synchronousRequest();
+    qputenv("QUORIN_API_BASE", saved);
+    QVERIFY(!tags.error());
+    QCoreApplication::processEvents();
+    QCOMPARE(recorder.calls, 0);
+}
+
+void TestWebService::cancelReportsOnceWithCode4()
+{
+    const QString path = QStringLiteral("ios/pad/hot_keywords.php");
+    m_site->faults().setStall(path);
+    const int before = m_site->site->requestCount(path);
+    VORAGetCloudTagService tags;
+    ServiceRecorder recorder;
+    tags.asynchronousRequestWithDelegate(&recorder);
+    QTRY_COMPARE_WITH_TIMEOUT(m_site->site->requestCount(path), before + 1, 10000);
+    tags.cancel();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.calls, 1, 5000);
+    QVERIFY(recorder.lastError);
+    QCOMPARE(recorder.lastError->code, 4);
+    QCOMPARE(recorder.lastError->domain, QStringLiteral("ASIHTTPRequestErrorDomain"));
+    QVERIFY(tags.error());
+    QCOMPARE(tags.error()->code, 4);
+    QVERIFY(tags.tagList.isEmpty());
+    tags.cancel();
+    tags.cancelRequest();
+    QCoreApplication::processEvents();
+    QCOMPARE(recorder.calls, 1);
+}
+
+void TestWebService::cancelRequestAndDestructionReportNothing()
+{
+    m_site->faults().setLatencyMs(200);
+    ServiceRecorder recorder;
+
+    VORAGetCloudTagService cancelled;
+    cancelled.asynchronousRequestWithDelegate(&recorder);
+    cancelled.cancelRequest();
+
+    auto destroyed = std::make_unique<VORAGetCloudTagService>();
+    destroyed->asynchronousRequestWithDelegate(&recorder);
+    destroyed.reset();
+
+    // A delegate that goes away first is never called.
+    VORAGetCloudTagService orphan;
+    auto gone = std::make_unique<ServiceRecorder>();
+    orphan.asynchronousRequestWithDelegate(gone.get());
+    gone.reset();
+
+    // A delegate object that does not implement the contract is skipped.
+    QObject plain;
+    VORAGetCloudTagService optional;
+    optional.asynchronousRequestWithDelegate(&plain);
+
+    // Answers that come afterwards prove the others had their time.
+    VORAGetCloudTagService control;
+    ServiceRecorder controlRecorder;
+    QVERIFY(runAsync(control, controlRecorder));
+    QVERIFY(!controlRecorder.lastError);
+    QTRY_VERIFY_WITH_TIMEOUT(!orphan.tagList.isEmpty(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(!optional.tagList.isEmpty(), 10000);
+    QCoreApplication::processEvents();
+    QCOMPARE(recorder.calls, 0);
+    QVERIFY(cancelled.tagList.isEmpty());
+}
+
+void TestWebService::delegateMayRestartOrDestroyTheService()
+{
+    ServiceRecorder recorder;
+    auto *tags = new VORAGetCloudTagService;
+    tags->num = 2;
+    int runs = 0;
+    recorder.onFinish = [&](VORAHttpBaseWebService *s) {
+        ++runs;
+        auto *t = static_cast<VORAGetCloudTagService *>(s);
+        if (runs == 1) {
+            QCOMPARE(t->tagList.size(), 2);
+            t->num = 3;
+            t->asynchronousRequestWithDelegate(&recorder); // restart from inside the callback
+        } else {
+            QCOMPARE(t->tagList.size(), 3);
+            delete t; // and destroy it from inside the callback
+        }
+    };
+    tags->asynchronousRequestWithDelegate(&recorder);
+    QTRY_COMPARE_WITH_TIMEOUT(runs, 2, 15000);
+    QCoreApplication::processEvents();
+    QCOMPARE(recorder.calls, 2);
+}
+
+void TestWebService::stalledServiceFailsWithTimeOut()
+{
+    const QString path = QStringLiteral("ios/pad/comic_127.php");
+    m_site->faults().setStall(path);
+    ASIHTTPRequest::setDefaultTimeOutSeconds(1);
+    const int before = m_site->site->requestCount(path);
+    VORAGetComicBasicInfoService comic;
+    comic.comicId = QStringLiteral("1");
+    ServiceRecorder recorder;
+    QVERIFY(runAsync(comic, recorder));
+    QVERIFY(recorder.lastError);
+    QCOMPARE(recorder.lastError->code, 2);
+    QVERIFY(!comic.data);
+    VORAGetCloudTagService control;
+    ServiceRecorder controlRecorder;
+    QVERIFY(runAsync(control, controlRecorder));
+    QCOMPARE(m_site->site->requestCount(path), before + 1);
+}
+
+void TestWebService::refusalIsNotAnError()
+{
+    // Wrong credentials: the site refuses with code 0; the transport succeeded.
+    VORAGetAuthenticateQ42UserService login;
+    login.userName = QStringLiteral("reader");
+    login.password = QStringLiteral("wrong");
+    ServiceRecorder recorder;
+    QVERIFY(runAsync(login, recorder));
+    QVERIFY(!recorder.lastError);
+    QCOMPARE(login.code, 0);
+    QVERIFY(!login.message.isEmpty());
+    QVERIFY(login.key.isEmpty());
+    QVERIFY(!login.data);
+
+    // A server error page is parsed like any answer.
+    m_site->faults().setErrorStatus(QStringLiteral("v3/app/ios/pad/member/openLogin"), 500,
+                                    "{\"code\":1,\"data\":{\"stateCode\":0,\"message\":\"busy\"}}");
+    VORAOpenLoginService open;
+    QVERIFY(runAsync(open, recorder));
+    QVERIFY(!recorder.lastError);
+    QCOMPARE(open.code, 0);
+    QCOMPARE(open.message, QStringLiteral("busy"));
+}
+
+void TestWebService::malformedAnswers_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("expected");
+
+    const QString noList = QStringLiteral("grid=0 slides=0");
+    QTest::newRow("list: array") << "list" << QByteArray("[1,2,3]") << noList;
+    QTest::newRow("list: null") << "list" << QByteArray("null") << noList;
+    QTest::newRow("list: empty body") << "list" << QByteArray() << noList;
+    QTest::newRow("list: truncated") << "list" << QByteArray("{\"data\":[{\"comic_id\":\"1\",\"na") << noList;
+    QTest::newRow("list: html") << "list" << QByteArray("<html><body>502</body></html>") << noList;
+    QTest::newRow("list: data not an array") << "list" << QByteArray("{\"data\":{\"comic_id\":\"1\"},\"slide_data\":7}") << noList;
+    QTest::newRow("list: wrong types")
+        << "list"
+        << QByteArray("{\"data\":[{\"comic_id\":123,\"name\":null,\"author_name\":true,\"cover\":[],"
+                      "\"accredit\":1,\"click_total\":\"abc\",\"last_update_time\":null},"
+                      "5,{\"comic_id\":\"9\",\"name\":\"N\",\"accredit\":\"2\",\"click_total\":1234567,"
+                      "\"last_update_time\":\"1400000000\"}],"
+                      "\"slide_data\":[{\"type\":0,\"sort\":\"3\",\"comic_id\":\"4\"},{\"type\":\"0\"}]}")
+        << "grid=3 slides=2 g0=||||0 g1=||||0 g2=9|N||1234567|2|1400000000 s0=4|1|3 s1=|0|0";
+    QTest::newRow("comic: missing everything") << "comic" << QByteArray("{}")
+                                               << "data=1 name= vip=0 serial=0 thread= chapters=0 tops=0";
+    QTest::newRow("comic: not an object") << "comic" << QByteArray("[{\"comic\":{}}]") << "data=0";
+    QTest::newRow("comic: wrong types")
+        << "comic"
+        << QByteArray("{\"comic\":{\"name\":5,\"is_vip\":\"3\",\"series_status\":2,\"thread\":\"t\"},"
+                      "\"chapter_list\":[{\"chapter_id\":44,\"name\":\"c\",\"release_time\":100,\"pass_time\":null},"
+                      "null,{\"chapter_id\":\"45\",\"release_time\":100,\"pass_time\":200}],\"top4\":{}}")
+        << "data=1 name= vip=3 serial=0 thread= chapters=3 c0=|c|0|100 c1=||1|0 c2=45||2|200 tops=0";
+    QTest::newRow("chapter: data not an array") << "chapter" << QByteArray("{\"data\":\"x\"}") << "data=1 pages=0";
+    QTest::newRow("chapter: not an object") << "chapter" << QByteArray("\"x\"") << "data=0";
+    QTest::newRow("chapter: wrong types")
+        << "chapter"
+        << QByteArray("{\"data\":[{\"image_id\":889,\"location\":null,\"width\":\"800\",\"height\":4294967297,"
+                      "\"total_tucao\":-1},{\"image_id\":\"890\",\"location\":\"http://x/p.jpg\"}]}")
+        << "data=1 pages=2 p0=||800|1|-1|0 p1=890|http://x/p.jpg|0|0|0|1";
+    QTest::newRow("add tucao: numbers for strings")
+        << "addtucao" << QByteArray("{\"code\":\"1\",\"message\":7,\"tucao_id\":123}") << "code=1 message= id=";
+    QTest::newRow("add tucao: null body") << "addtucao" << QByteArray("null") << "code=0 message= id=";
+    QTest::newRow("version: refused")
+        << "version" << QByteArray("{\"code\":1,\"data\":{\"stateCode\":0,\"message\":\"m\",\"returnData\":{\"name\":\"9\"}}}")
+        << "data=1 returnData=0";
+    QTest::newRow("version: returnData not an object")
+        << "version" << QByteArray("{\"code\":1,\"data\":{\"stateCode\":1,\"returnData\":[1]}}") << "data=1 returnData=0";
+    QTest::newRow("version: accepted")
+        << "version" << QByteArray("{\"code\":1,\"data\":{\"stateCode\":1,\"returnData\":{\"name\":\"9\"}}}")
+        << "data=1 returnData=1";
+    QTest::newRow("login: user not an object")
+        << "login" << QByteArray("{\"code\":1,\"message\":null,\"key\":12,\"user\":\"u\"}") << "code=1 message= key= data=0";
+    QTest::newRow("open login: data missing") << "openlogin" << QByteArray("{\"code\":1}") << "code=0 message= key= data=0";
+    QTest::newRow("open login: refused keeps no key")
+        << "openlogin"
+        << QByteArray("{\"code\":1,\"data\":{\"stateCode\":0,\"message\":\"no\",\"returnData\":{\"key\":\"k\",\"user\":{}}}}")
+        << "code=0 message=no key= data=0";
+    QTest::newRow("open login: accepted")
+        << "openlogin"
+        << QByteArray("{\"code\":1,\"data\":{\"stateCode\":1,\"message\":\"ok\",\"returnData\":{\"key\":\"k\",\"user\":{}}}}")
+        << "code=1 message=ok key=k data=1";
+    QByteArray huge = "{\"data\":[";
+    for (int i = 0; i < 20000; ++i)
+        huge += "{\"comic_id\":\"" + QByteArray::number(i) + "\",\"name\":\"" + QByteArray(100, 'n') + "\"},";
+    huge.chop(1);
+    huge += "]}";
+    QTest::newRow("list: large answer") << "list" << huge << "grid=20000 slides=0";
+}
+
+void TestWebService::malformedAnswers()
+{
+    QFETCH(QString, kind);
+    QFETCH(QByteArray, body);
+    QFETCH(QString, expected);
+
+    std::unique_ptr<VORAHttpBaseWebService> service;
+    std::function<QString()> summary;
+    if (kind == QLatin1String("list")) {
+        auto *s = new VORAGetRcommentService;
+        service.reset(s);
+        summary = [s, &body] {
+            QStringList out{QStringLiteral("grid=%1 slides=%2").arg(s->recommentArray.size()).arg(s->slideArray.size())};
+            if (body.size() < 10000) {
+                for (int i = 0; i < s->recommentArray.size(); ++i) {
+                    const auto &g = s->recommentArray.at(i);
+                    QString item = QStringLiteral("g%1=%2|%3|%4|%5|%6").arg(i).arg(g.comicId, g.comicName, g.comicAuthor, g.comicClickTotal).arg(g.comicAccredit);
+                    if (g.comicLastUpdate.toSecsSinceEpoch() != 0)
+                        item += QLatin1Char('|') + QString::number(g.comicLastUpdate.toSecsSinceEpoch());
+                    out << item;
+                }
+                for (int i = 0; i < s->slideArray.size(); ++i) {
+                    const auto &sl = s->slideArray.at(i);
+                    out << QStringLiteral("s%1=%2|%3|%4").arg(i).arg(sl.comicId).arg(sl.slideType).arg(sl.comicSort);
+                }
+            }
+            return out.join(QLatin1Char(' '));
+        };
+    } else if (kind == QLatin1String("comic")) {
+        auto *s = new VORAGetComicBasicInfoService;
+        s->comicId = QStringLiteral("1");
+        service.reset(s);
+        summary = [s] {
+            const auto info = s->comicInfo();
+            if (!info)
+                return QStringLiteral("data=0");
+            QStringList out{QStringLiteral("data=1 name=%1 vip=%2 serial=%3 thread=%4 chapters=%5")
+                                .arg(info->name).arg(info->is_vip).arg(info->serialStatus).arg(info->thread_id)
+                                .arg(info->chapterList.size())};
+            for (int i = 0; i < info->chapterList.size(); ++i)
+                out << QStringLiteral("c%1=").arg(i) + chapterOf(info->chapterList.at(i));
+            out << QStringLiteral("tops=%1").arg(info->topList.size());
+            return out.join(QLatin1Char(' '));
+        };
+    } else if (kind == QLatin1String("chapter")) {
+        auto *s = new VORAGetChapterInfoService;
+        s->chapterId = QStringLiteral("1");
+        service.reset(s);
+        summary = [s] {
+            const auto pages = s->pageList();
+            if (!pages)
+                return QStringLiteral("data=0");
+            QStringList out{QStringLiteral("data=1 pages=%1").arg(pages->size())};
+            for (int i = 0; i < pages->size(); ++i) {
+                const auto &p = pages->at(i);
+                out << QStringLiteral("p%1=%2|%3|%4|%5|%6|%7").arg(i).arg(p.pageId, p.url).arg(p.width).arg(p.height).arg(p.tucaoTotal).arg(p.index);
+            }
+            return out.join(QLatin1Char(' '));
+        };
+    } else if (kind == QLatin1String("addtucao")) {
+        auto *s = new VORAAddTucaoService;
+        service.reset(s);
+        summary = [s] { return QStringLiteral("code=%1 message=%2 id=%3").arg(s->code).arg(s->message, s->tucaoId); };
+    } else if (kind == QLatin1String("version")) {
+        auto *s = new VORACheckVersionService;
+        service.reset(s);
+        summary = [s] { return QStringLiteral("data=%1 returnData=%2").arg(s->data ? 1 : 0).arg(s->returnData ? 1 : 0); };
+    } else if (kind == QLatin1String("login")) {
+        auto *s = new VORAGetAuthenticateQ42UserService;
+        service.reset(s);
+        summary = [s] { return QStringLiteral("code=%1 message=%2 key=%3 data=%4").arg(s->code).arg(s->message, s->key).arg(s->data ? 1 : 0); };
+    } else {
+        auto *s = new VORAOpenLoginService;
+        service.reset(s);
+        summary = [s] { return QStringLiteral("code=%1 message=%2 key=%3 data=%4").arg(s->code).arg(s->message, s->key).arg(s->data ? 1 : 0); };
+    }
+    m_site->faults().setMalformed(service->path(), body);
+    ServiceRecorder recorder;
+    QVERIFY(runAsync(*service, recorder));
+    QVERIFY(!recorder.lastError);
+    QCOMPARE(summary(), expected);
+}
+
+void TestWebService::gzipAnswerReachesParserAsText()
+{
+    m_site->faults().setGzip(true);
+    ProbeService probe;
+    ServiceRecorder recorder;
+    QVERIFY(runAsync(probe, recorder));
+    QVERIFY(!recorder.lastError);
+    QCOMPARE(probe.parses, 1);
+    QVERIFY2(probe.lastText.startsWith(QLatin1Char('{')), qPrintable(probe.lastText.left(40)));
+    QVERIFY(probe.lastText.contains(QLatin1String("\"data\"")));
+    QVERIFY(NetTestSite::header(m_site->site->lastRequest(probe.path()), "Accept-Encoding").contains("gzip"));
+
+    VORAGetCloudTagService tags; // and the real parser
+    QVERIFY(runAsync(tags, recorder));
+    QCOMPARE(tags.tagList.size(), 15);
+}
+
+void TestWebService::synchronousRequestOnWorkerThread()
+{
+    ServiceRecorder recorder;
+    VORAGetCloudTagService *seen = nullptr;
+    qsizetype count = -1;
+    bool failed = true;
+    QThread *worker = QThread::create([&] {
+        VORAGetCloudTagService tags;
+        tags.num = 6;
+        tags.synchronousRequest();
+        failed = tags.error() != nullptr;
+        count = tags.tagList.size();
+        seen = &tags;
+        QVERIFY(!tags.request()); // dropped at the end
+    });
+    worker->start();
+    QVERIFY(worker->wait(20000));
+    delete worker;
+    QVERIFY(seen);
+    QVERIFY(!failed);
+    QCOMPARE(count, 6);
+    QCOMPARE(recorder.calls, 0);
+}
+
+void TestWebService::concurrentRequestsKeepTheirOwnAnswers()
+{
+    // The catalogue's own names, to check every answer against.
+    VORASortWebService list;
+    list.comicCategory = 3;
+    list.size = 30;
+    ServiceRecorder recorder;
+    QVERIFY(runAsync(list, recorder));
+    QVERIFY(list.comicList.size() >= 10);
+    QHash<QString, QString> names;
+    QStringList ids;
+    for (const auto &c : list.comicList) {
+        names.insert(c.comicId, c.comicName);
+        ids << c.comicId;
+    }
+
+    m_site->faults().setLatencyMs(20);
+    std::vector<std::unique_ptr<VORAGetComicBasicInfoService>> services;
+    ServiceRecorder many;
+    for (int i = 0; i < 20; ++i) {
+        auto s = std::make_unique<VORAGetComicBasicInfoService>();
+        s->comicId = ids.at(i % ids.size());
+        s->asynchronousRequestWithDelegate(&many);
+        services.push_back(std::move(s));
+    }
+    std::atomic_int workerMismatches{0};
+    std::atomic_int workerDone{0};
+    auto work = [&](int offset) {
+        for (int i = 0; i < 5; ++i) {
+            VORAGetComicBasicInfoService s;
+            s.comicId = ids.at((offset + i * 3) % ids.size());
+            s.synchronousRequest();
+            const auto info = s.comicInfo();
+            if (s.error() || !info || info->comicId != s.comicId || info->name != names.value(s.comicId))
+                ++workerMismatches;
+            ++workerDone;
+        }
+    };
+    QThread *w1 = QThread::create(work, 1);
+    QThread *w2 = QThread::create(work, 2);
+    w1->start();
+    w2->start();
+    QTRY_COMPARE_WITH_TIMEOUT(many.calls, 20, 60000);
+    QVERIFY(w1->wait(60000));
+    QVERIFY(w2->wait(60000));
+    delete w1;
+    delete w2;
+    QCOMPARE(workerDone.load(), 10);
+    QCOMPARE(workerMismatches.load(), 0);
+    for (const auto &s : services) {
+        QVERIFY(!s->error());
+        const auto info = s->comicInfo();
+        QVERIFY(info);
+        QCOMPARE(info->name, names.value(s->comicId));
+        QVERIFY(!info->chapterList.isEmpty());
+        QCOMPARE(info->chapterList.first().comicId, s->comicId);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestWebService)
+#include "tst_webservice.moc"

@@ -11,11 +11,11 @@ QString VORACreateQuorinUserService::path() const
 VORAHttpBaseWebService::Parameters VORACreateQuorinUserService::parameter() const
 {
     Parameters p;
-    p.append({QStringLiteral("mobile"), VORAUtility::encodeUrlParameter(mobile)});
-    p.append({QStringLiteral("code"), VORAUtility::encodeUrlParameter(verifyCode)});
-    p.append({QStringLiteral("username"), VORAUtility::encodeUrlParameter(userName)});
-    p.append({QStringLiteral("password"), VORAUtility::encodeUrlParameter(password)});
-    p.append({QStringLiteral("device_id"), VORAUtility::encodeUrlParameter(deviceId)});
+    p.append({QStringLiteral("mobile"), urlParameterEscape(mobile)});
+    p.append({QStringLiteral("code"), urlParameterEscape(verifyCode)});
+    p.append({QStringLiteral("username"), urlParameterEscape(userName)});
+    p.append({QStringLiteral("password"), urlParameterEscape(password)});
+    p.append({QStringLiteral("device_id"), urlParameterEscape(deviceId)});
     return p;
 }
 

@@ -8,7 +8,8 @@
 #include <optional>
 
 // Account registration, by phone ("mobilereg") or by name ("reg"). Values are sent
-// UTF-8 percent-escaped.
+// escaped with urlParameterEscape, so that a password holding "&" or "+" is
+// registered exactly as the sign-in service will later send it.
 class VORACreateQuorinUserService : public VORAHttpBaseWebService
 {
 public:

@@ -31,27 +31,43 @@ Reachability *Reachability::reachabilityWithHostName(const QString &host, quint1
 {
     Registry &r = registry();
     Reachability *monitor = nullptr;
+    bool created = false;
     {
         QMutexLocker lock(&r.mutex);
         const QString id = host + QLatin1Char(':') + QString::number(port);
         monitor = r.monitors.value(id);
-        if (monitor)
-            return monitor;
-        monitor = new Reachability(host, port);
-        // Changes are announced on the main thread, whichever thread asked first.
-        if (QCoreApplication::instance())
-            monitor->moveToThread(QCoreApplication::instance()->thread());
-        r.monitors.insert(id, monitor);
-        if (!r.postRoutineAdded && QCoreApplication::instance()) {
-            // Stop the probing threads before the application object goes away.
-            qAddPostRoutine(&Reachability::stopAll);
-            r.postRoutineAdded = true;
+        if (!monitor) {
+            monitor = new Reachability(host, port);
+            created = true;
+            // Changes are announced on the main thread, whichever thread asked first.
+            if (QCoreApplication::instance())
+                monitor->moveToThread(QCoreApplication::instance()->thread());
+            r.monitors.insert(id, monitor);
+            if (!r.postRoutineAdded && QCoreApplication::instance()) {
+                // Stop the probing threads before the application object goes away.
+                qAddPostRoutine(&Reachability::stopAll);
+                r.postRoutineAdded = true;
+            }
         }
     }
-    // Give the first probe a short time, so an early question gets a real answer.
-    std::unique_lock<std::mutex> lock(monitor->m_wakeMutex);
-    monitor->m_wake.wait_for(lock, std::chrono::milliseconds(firstProbeWait),
-                             [monitor] { return monitor->m_probed.load(); });
+    if (created) {
+        // The first probe runs on the asking thread, bounded by firstProbeWait, so
+        // the first answer is a real one (a loopback connect takes microseconds).
+        monitor->record(monitor->probe(firstProbeWait));
+        {
+            std::lock_guard<std::mutex> lock(monitor->m_wakeMutex);
+            monitor->m_probed = true;
+        }
+        monitor->m_wake.notify_all();
+        monitor->m_thread = QThread::create([monitor] { monitor->run(); });
+        monitor->m_thread->setObjectName(QStringLiteral("reachability %1:%2").arg(host).arg(port));
+        monitor->m_thread->start();
+    } else if (!monitor->m_probed) {
+        // Another thread is running the first probe: wait for it as long as it may take.
+        std::unique_lock<std::mutex> lock(monitor->m_wakeMutex);
+        monitor->m_wake.wait_for(lock, std::chrono::milliseconds(firstProbeWait + 100),
+                                 [monitor] { return monitor->m_probed.load(); });
+    }
     return monitor;
 }
 
@@ -59,9 +75,6 @@ Reachability::Reachability(const QString &host, quint16 port)
     : m_host(host)
     , m_port(port)
 {
-    m_thread = QThread::create([this] { run(); });
-    m_thread->setObjectName(QStringLiteral("reachability %1:%2").arg(host).arg(port));
-    m_thread->start();
 }
 
 Reachability::~Reachability()
@@ -84,48 +97,50 @@ void Reachability::requestProbe() const
     m_wake.notify_all();
 }
 
-bool Reachability::probe() const
+bool Reachability::probe(int timeout) const
 {
     if (m_host.isEmpty() || m_port == 0)
         return false;
     QTcpSocket socket;
     socket.connectToHost(m_host, m_port);
-    const bool ok = socket.waitForConnected(probeTimeout);
+    const bool ok = socket.waitForConnected(timeout);
     socket.abort();
     return ok;
+}
+
+void Reachability::record(bool reachable)
+{
+    const int status = reachable ? ReachableViaWiFi : NotReachable;
+    const int previous = m_status.exchange(status);
+    if (previous != status) {
+        qCInfo(lcPlatform) << "reachability of" << m_host << m_port << "is now" << status;
+        // Announce on the monitor's own thread, never on the probing thread.
+        QMetaObject::invokeMethod(this, &Reachability::announceChange, Qt::QueuedConnection);
+    }
 }
 
 void Reachability::run()
 {
     using Clock = std::chrono::steady_clock;
+    Clock::time_point probedAt = Clock::now();
     for (;;) {
-        const Clock::time_point probedAt = Clock::now();
-        const int status = probe() ? ReachableViaWiFi : NotReachable;
-        const int previous = m_status.exchange(status);
-        const bool first = !m_probed.exchange(true);
-        if (first) {
-            std::lock_guard<std::mutex> lock(m_wakeMutex);
-            m_wake.notify_all(); // wakes a creator waiting for the first answer
-        }
-        if (previous != status) {
-            qCInfo(lcPlatform) << "reachability of" << m_host << m_port << "is now" << status;
-            // Announce on the monitor's own thread, never on the probing thread.
-            QMetaObject::invokeMethod(this, &Reachability::announceChange, Qt::QueuedConnection);
-        }
-
-        std::unique_lock<std::mutex> lock(m_wakeMutex);
-        m_wake.wait_for(lock, std::chrono::milliseconds(probeInterval),
-                        [this] { return m_stopping || m_probeRequested; });
-        if (m_stopping)
-            return;
-        if (m_probeRequested) {
-            // Questions come in bursts: probe at most every minProbeGap ms.
-            m_wake.wait_until(lock, probedAt + std::chrono::milliseconds(minProbeGap),
-                              [this] { return m_stopping; });
+        {
+            std::unique_lock<std::mutex> lock(m_wakeMutex);
+            m_wake.wait_until(lock, probedAt + std::chrono::milliseconds(probeInterval),
+                              [this] { return m_stopping || m_probeRequested; });
             if (m_stopping)
                 return;
+            if (m_probeRequested) {
+                // Questions come in bursts: probe at most every minProbeGap ms.
+                m_wake.wait_until(lock, probedAt + std::chrono::milliseconds(minProbeGap),
+                                  [this] { return m_stopping; });
+                if (m_stopping)
+                    return;
+            }
+            m_probeRequested = false;
         }
-        m_probeRequested = false;
+        probedAt = Clock::now();
+        record(probe(probeTimeout));
     }
 }
 
@@ -138,13 +153,13 @@ void Reachability::announceChange()
 
 void Reachability::stop()
 {
-    if (!m_thread)
-        return;
     {
         std::lock_guard<std::mutex> lock(m_wakeMutex);
-        m_stopping = true;
+        m_stopping = true; // a thread started after this returns at once
     }
     m_wake.notify_all();
+    if (!m_thread)
+        return;
     m_thread->wait();
     delete m_thread;
     m_thread = nullptr;

@@ -15,7 +15,7 @@ class QThread;
 // A worker thread probes with a TCP connect every probeInterval ms, and sooner
 // when someone asks (currentReachabilityStatus() requests a fresh probe but
 // answers at once from the last known state). The first probe runs when the
-// monitor is created; creation waits for it up to firstProbeWait ms.
+// monitor is created, on the creating thread, for at most firstProbeWait ms.
 //
 // On every change of state, "kNetworkReachabilityChangedNotification" is posted
 // on the main thread (sender = the monitor, userInfo "status" = the new status).
@@ -45,7 +45,8 @@ public:
 private:
     Reachability(const QString &host, quint16 port);
     void run();
-    bool probe() const;
+    bool probe(int timeout) const;
+    void record(bool reachable);
     void stop();
     void announceChange();
     static void stopAll();

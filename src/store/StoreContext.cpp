@@ -315,13 +315,11 @@ bool StoreContext::save()
         for (const auto &record : std::as_const(m_inserted)) {
             if (!ok)
                 break;
-            const int columns = int(StoreModel::entity(record->m_kind).attributes.size());
             SqliteStatement *insert = statement(StoreModel::insertSql(record->m_kind));
             ok = insert != nullptr;
             if (ok) {
                 bindValues(*insert, *record);
                 ok = insert->run();
-                Q_UNUSED(columns);
             }
             if (ok) {
                 record->m_rowId = m_db.lastInsertRowId();

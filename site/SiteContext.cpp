@@ -88,12 +88,14 @@ QString SiteContext::base(const SiteHttpRequest &request) const
 
 qint64 SiteContext::storedAnchor(SiteDatabase &db)
 {
-    db.execScript(kSchema);
+    if (!db.execScript(kSchema))
+        return -1;
     const QVariant v = db.value("SELECT value FROM meta WHERE name='anchor'");
     if (v.isValid())
         return v.toString().toLongLong();
     const qint64 anchor = now() / 3600 * 3600;
-    db.run("INSERT OR REPLACE INTO meta(name, value) VALUES('anchor', ?)", {QString::number(anchor)});
+    if (!db.run("INSERT OR REPLACE INTO meta(name, value) VALUES('anchor', ?)", {QString::number(anchor)}))
+        return -1;
     return anchor;
 }
 

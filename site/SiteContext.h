@@ -42,6 +42,8 @@ public:
     bool initSchema();
     // Fills the demo accounts and the demo tucao, comments and keywords into a new database.
     void seedIfNeeded();
+    // Creates the schema when needed and returns the catalogue's anchor time, -1 when
+    // the database cannot be used.
     static qint64 storedAnchor(SiteDatabase &db);
 
     std::optional<User> user(qint64 id);

@@ -49,6 +49,10 @@ bool SiteEngine::start()
         return false;
     }
     const qint64 anchor = SiteContext::storedAnchor(*m_db);
+    if (anchor < 0) {
+        qCWarning(lcSite) << "cannot use" << dbFile << "as the site's database:" << m_db->lastError();
+        return false;
+    }
     m_catalogue = std::make_unique<SiteCatalogue>(m_options.seed, anchor);
     m_context = std::make_unique<SiteContext>(*m_catalogue, *m_db, QStringLiteral("http://127.0.0.1/"));
     m_context->initSchema();

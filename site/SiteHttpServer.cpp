@@ -71,6 +71,10 @@ void SiteHttpServer::onReadyRead(QTcpSocket *socket)
     if (it->stalled)
         return; // a stalled connection swallows everything until the peer gives up
     it->buffer.append(data);
+    if (it->buffer.size() > kMaxHeaderBytes + kMaxBodyBytes) {
+        refuseAndClose(socket, 413, "too much data");
+        return;
+    }
     processBuffer(socket);
 }
 

@@ -135,6 +135,8 @@ SiteHttpResponse SiteTucaoApi::edit(const SiteHttpRequest &r)
     if (rows.first().at(0).toLongLong() != user->id)
         return SiteContext::phpRefusal(QStringLiteral("只能修改自己的吐槽"));
     const SiteCatalogue::Page *page = m_ctx.catalogue.page(rows.first().at(1).toLongLong());
+    if (!page)
+        return SiteContext::phpRefusal(QStringLiteral("图片不存在"));
     int rect[4];
     const QString bad = readRect(r, "width", "height", page->width, page->height, rect);
     if (!bad.isEmpty())

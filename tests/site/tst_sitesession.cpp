@@ -41,6 +41,7 @@ private slots:
     void cleanupTestCase();
     void scriptedSessionSurvivesRestart();
     void registrationWithTextMessageCode();
+    void damagedDataDirectory();
 
 private:
     void startSite();
@@ -218,11 +219,20 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     const auto order = reader.get(QStringLiteral("v3/app/ios/pad/pay/alipay"), {{"android_id", "TEST"}, {"product", "coin"}, {"product_num", "500"}, {"rmb", "5"}});
     const QString orderId = SiteTestClient::v3Data(order).value("returnData").toObject().value("order_id").toString();
     QVERIFY(!orderId.isEmpty());
-    QCOMPARE(SiteTestClient::v3Data(reader.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("returnData").toObject().value("state").toInt(), 0);
+    // Another user cannot look at it.
+    QCOMPARE(SiteTestClient::v3Data(rich.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("stateCode").toInt(), 0);
     QCOMPARE(reader.getRaw(QUrl(SiteTestClient::v3Data(order).value("returnData").toObject().value("pay_url").toString())).json.value("code").toInt(), 1);
     const auto paidOrder = SiteTestClient::v3Data(reader.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("returnData").toObject();
     QCOMPARE(paidOrder.value("state").toInt(), 1);
     QCOMPARE(paidOrder.value("coin").toInt(), 100 - price + 500);
+    // A membership order left alone is paid after the demo delay, and makes a paying member.
+    const auto vipOrder = rich.get(QStringLiteral("v3/app/ios/pad/pay/alipay"), {{"android_id", "TEST"}, {"product", "vip"}, {"product_num", "1"}, {"rmb", "15"}});
+    const QString vipOrderId = SiteTestClient::v3Data(vipOrder).value("returnData").toObject().value("order_id").toString();
+    QVERIFY(!vipOrderId.isEmpty());
+    QTRY_COMPARE_WITH_TIMEOUT(SiteTestClient::v3Data(rich.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", vipOrderId}}))
+                                  .value("returnData").toObject().value("state").toInt(), 1, 15000);
+    QCOMPARE(SiteTestClient::v3Data(rich.get(QStringLiteral("v3/app/ios/pad/member/autologin"))).value("returnData").toObject()
+                 .value("user").toObject().value("group_user").toString(), QStringLiteral("1"));
 
     // --- restart on the same data directory ---
     startSite();
@@ -309,6 +319,30 @@ void TestSiteSession::registrationWithTextMessageCode()
     QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 0);
     reg = client.get(QStringLiteral("v3/app/ios/pad/member/reg"), {{"username", "second_user"}, {"password", "another1"}, {"device_id", "D"}});
     QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 1);
+}
+
+void TestSiteSession::damagedDataDirectory()
+{
+    // A database file that is not SQLite, and a data directory that is a file:
+    // the site does not start (listen answers 0) and says why in its log.
+    QTemporaryDir dir;
+    QFile garbage(dir.filePath(QStringLiteral("quorin-site-s1.sqlite")));
+    QVERIFY(garbage.open(QIODevice::WriteOnly));
+    garbage.write(QByteArray(8192, 'x'));
+    garbage.close();
+    QuorinSiteOptions options;
+    options.dataDir = dir.path();
+    {
+        QuorinSite site(options);
+        QCOMPARE(site.listen(), quint16(0));
+        QVERIFY(site.baseUrl().isEmpty());
+    }
+    QCOMPARE(garbage.size(), qint64(8192)); // the damaged file is left as it was
+    options.dataDir = garbage.fileName();
+    QuorinSite onAFile(options);
+    QCOMPARE(onAFile.listen(), quint16(0));
+    QMutexLocker lock(&g_logMutex);
+    QVERIFY(g_log.filter(QStringLiteral("cannot")).size() >= 2);
 }
 
 QTEST_MAIN(TestSiteSession)

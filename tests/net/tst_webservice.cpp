@@ -84,6 +84,7 @@ private slots:
     void malformedAnswers();
     void gzipAnswerReachesParserAsText();
     void synchronousRequestOnWorkerThread();
+    void mainThreadCancelsWorkerRequest();
     void concurrentRequestsKeepTheirOwnAnswers();
 
 private:
@@ -538,6 +539,35 @@ void TestWebService::synchronousRequestOnWorkerThread()
     QVERIFY(!failed);
     QCOMPARE(count, 6);
     QCOMPARE(recorder.calls, 0);
+}
+
+void TestWebService::mainThreadCancelsWorkerRequest()
+{
+    const QString path = QStringLiteral("ios/pad/hot_keywords.php");
+    m_site->faults().setStall(path);
+    const int before = m_site->site->requestCount(path);
+    for (const bool quiet : {false, true}) {
+        VORAGetCloudTagService tags;
+        ServiceRecorder recorder;
+        std::optional<NetError> error;
+        QThread *worker = QThread::create([&] {
+            tags.synchronousRequest();
+            error = tags.error() ? std::optional<NetError>(*tags.error()) : std::nullopt;
+        });
+        worker->start();
+        QTRY_COMPARE_WITH_TIMEOUT(m_site->site->requestCount(path), before + (quiet ? 2 : 1), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(tags.request() != nullptr, 10000);
+        if (quiet)
+            tags.cancelRequest();
+        else
+            tags.cancel();
+        QVERIFY(worker->wait(10000));
+        delete worker;
+        QVERIFY(error);
+        QCOMPARE(error->code, 4);
+        QVERIFY(tags.tagList.isEmpty());
+        QCOMPARE(recorder.calls, 0);
+    }
 }
 
 void TestWebService::concurrentRequestsKeepTheirOwnAnswers()

@@ -241,7 +241,10 @@ void SiteHttpServer::send(QTcpSocket *socket, quint64 serial, const SiteHttpRequ
     QByteArray head = "HTTP/1.1 " + QByteArray::number(response.status) + ' '
         + SiteHttpResponse::reasonPhrase(response.status) + "\r\n";
     head += "Content-Type: " + response.contentType + "\r\n";
-    if (m_faults->gzip() && !body.isEmpty() && SiteGzip::accepted(request.header("Accept-Encoding"))) {
+    const bool drop = m_faults->dropsMidBody(request.path);
+    // A body to be cut short goes uncompressed: a client inflating on the fly may
+    // otherwise count inflated bytes against the length and miss the cut.
+    if (!drop && m_faults->gzip() && !body.isEmpty() && SiteGzip::accepted(request.header("Accept-Encoding"))) {
         const QByteArray packed = SiteGzip::compress(body);
         if (!packed.isEmpty()) {
             body = packed;
@@ -255,7 +258,6 @@ void SiteHttpServer::send(QTcpSocket *socket, quint64 serial, const SiteHttpRequ
     }
     for (const auto &h : response.headers)
         head += h.first + ": " + h.second + "\r\n";
-    const bool drop = m_faults->dropsMidBody(request.path);
     const bool close = drop || !keepAlive;
     head += close ? "Connection: close\r\n\r\n" : "Connection: keep-alive\r\n\r\n";
     const bool headOnly = request.method == "HEAD";

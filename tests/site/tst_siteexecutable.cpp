@@ -1,0 +1,141 @@
+// The quorin-site executable as the demo run starts it: it answers every path of
+// the catalogue, logs one line per request, applies the fault options, and
+// refuses bad command lines.
+#include "SiteTestClient.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+const QString kSite = QStringLiteral(QUORIN_SITE_EXECUTABLE);
+
+// Every path the client calls, with the generation of its answer.
+const char *const kCatalogue[] = {
+    "v3/app/ios/pad/member/autologin", "ios/pad/login.php", "v3/app/ios/pad/member/mobilereg", "v3/app/ios/pad/member/reg",
+    "v3/app/ios/pad/member/getmessage", "v3/app/ios/pad/member/openLogin", "ios/pad/login_qq.php",
+    "v3/app/ios/pad/member/hrwlogin", "v3/app/ios/pad/version/newVersion", "ios/pad/version.php", "ios/pad/token.php",
+    "ios/pad/list.php", "ios/pad/search.php", "ios/pad/hot_keywords.php", "ios/pad/comic_127.php",
+    "ios/pad/check_update.php", "ios/pad/fav.php", "ios/pad/chapter_127.php", "ios/pad/image_log.php",
+    "ios/pad/get_tucao.php", "ios/pad/add_tucao.php", "ios/pad/edit_tucao.php", "ios/pad/delete_tucao.php",
+    "ios/pad/comment_list.php", "v3/app/ios/pad/comment/replylist", "ios/pad/comment_add.php", "ios/pad/comment_reply.php",
+    "ios/pad/grade.php", "ios/pad/ticket.php", "v3/app/ios/pad/buyChapter/buy", "ios/pad/buy_chapter.php",
+    "v3/app/ios/pad/pay/alipay", "v3/app/ios/pad/pay/alipayStatus", "v3/app/ios/phone/vip/vipDiscount", "api/index.php",
+    "pay/ajax.php", "harrowpay/vip_member_coin_req.php", "android/phone/ticket_log.php", "ios/pad/coin_log.php",
+    "ios/pad/recharge_log.php",
+};
+}
+
+class TestSiteExecutable : public QObject
+{
+    Q_OBJECT
+private slots:
+    void answersEveryPathAndLogs();
+    void faultOptions();
+    void badCommandLines_data();
+    void badCommandLines();
+
+private:
+    bool start(QProcess &process, const QStringList &extra, QUrl *base);
+    QTemporaryDir m_dir;
+};
+
+bool TestSiteExecutable::start(QProcess &process, const QStringList &extra, QUrl *base)
+{
+    process.start(kSite, QStringList{"--port", "0", "--data", m_dir.path()} + extra);
+    if (!process.waitForStarted(10000))
+        return false;
+    static const QRegularExpression re(QStringLiteral("listening on (http://127\\.0\\.0\\.1:[0-9]+/)"));
+    QByteArray out;
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 60000 && process.state() == QProcess::Running) {
+        process.waitForReadyRead(500);
+        out += process.readAllStandardOutput();
+        const auto m = re.match(QString::fromUtf8(out));
+        if (m.hasMatch()) {
+            *base = QUrl(m.captured(1));
+            return true;
+        }
+    }
+    return false;
+}
+
+void TestSiteExecutable::answersEveryPathAndLogs()
+{
+    QProcess site;
+    QUrl base;
+    QVERIFY2(start(site, {}, &base), site.readAllStandardError().constData());
+    SiteTestClient client(base);
+    QVERIFY(!client.signIn("reader", "reader123").isEmpty());
+    int count = 0;
+    for (const char *path : kCatalogue) {
+        const auto r = client.get(QString::fromLatin1(path));
+        QVERIFY2(r.status == 200 && r.isObject, path);
+        QVERIFY2(r.json.value("code").isDouble(), path);
+        if (QByteArray(path).startsWith("v3/app/"))
+            QVERIFY2(SiteTestClient::v3Data(r).value("stateCode").isDouble(), path);
+        ++count;
+    }
+    QCOMPARE(count, 40);
+    site.terminate();
+    QVERIFY(site.waitForFinished(10000));
+    // One line per request: method, path, status, bytes, milliseconds.
+    const QString log = QString::fromUtf8(site.readAllStandardError());
+    static const QRegularExpression line(QStringLiteral("GET ios/pad/hot_keywords.php 200 [0-9]+ [0-9]+ms"));
+    QVERIFY2(line.match(log).hasMatch(), qPrintable(log.left(2000)));
+    QVERIFY(log.count(QStringLiteral(" 200 ")) >= 41);
+}
+
+void TestSiteExecutable::faultOptions()
+{
+    QProcess site;
+    QUrl base;
+    QVERIFY(start(site, {"--error", "ios/pad/list.php=503", "--malformed", "ios/pad/search.php", "--drop", "ios/pad/comic_127.php",
+                         "--stall", "ios/pad/grade.php", "--gzip", "--latency", "20", "--quiet"},
+                  &base));
+    SiteTestClient client(base);
+    QCOMPARE(client.get(QStringLiteral("ios/pad/list.php")).status, 503);
+    const auto malformed = client.get(QStringLiteral("ios/pad/search.php"), {{"q", "x"}});
+    QCOMPARE(malformed.status, 200);
+    QVERIFY(!malformed.isObject);
+    QVERIFY(client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}}).error != QNetworkReply::NoError);
+    const auto packed = client.getRaw(client.url(QStringLiteral("ios/pad/hot_keywords.php")), {{"Accept-Encoding", "gzip"}});
+    QCOMPARE(packed.header("Content-Encoding"), QByteArray("gzip"));
+    QNetworkReply *stalled = client.manager().get(QNetworkRequest(client.url(QStringLiteral("ios/pad/grade.php"))));
+    QCOMPARE(client.get(QStringLiteral("ios/pad/version.php")).json.value("code").toInt(), 1);
+    QVERIFY(!stalled->isFinished());
+    stalled->abort();
+    delete stalled;
+    site.terminate();
+    QVERIFY(site.waitForFinished(10000));
+    QVERIFY(!site.readAllStandardError().contains("GET ios/pad/version.php")); // --quiet
+}
+
+void TestSiteExecutable::badCommandLines_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("port text") << QStringList{"--port", "abc"} << "--port";
+    QTest::newRow("port too big") << QStringList{"--port", "70000"} << "--port";
+    QTest::newRow("error without status") << QStringList{"--error", "ios/pad/list.php"} << "--error";
+    QTest::newRow("error status 42") << QStringList{"--error", "ios/pad/list.php=42"} << "--error";
+    QTest::newRow("negative latency") << QStringList{"--latency", "-5"} << "--latency";
+    QTest::newRow("bad address") << QStringList{"--listen", "localhost:80"} << "--listen";
+    QTest::newRow("seed text") << QStringList{"--seed", "one"} << "--seed";
+}
+
+void TestSiteExecutable::badCommandLines()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    QProcess site;
+    site.start(kSite, QStringList{"--data", m_dir.path()} + arguments);
+    QVERIFY(site.waitForFinished(30000));
+    QCOMPARE(site.exitCode(), 2);
+    QVERIFY(QString::fromUtf8(site.readAllStandardError()).contains(message));
+}
+
+QTEST_MAIN(TestSiteExecutable)
+#include "tst_siteexecutable.moc"

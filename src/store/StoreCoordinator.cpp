@@ -85,7 +85,7 @@ QString StoreCoordinator::setAside(const QString &path)
 
 bool StoreCoordinator::prepareStore(const QString &path)
 {
-    QMutexLocker locker(&m_mutex);
+    QMutexLocker locker(&m_prepareMutex);
     const auto known = m_prepared.constFind(path);
     if (known != m_prepared.constEnd())
         return known.value();
@@ -117,6 +117,6 @@ bool StoreCoordinator::prepareStore(const QString &path)
 
 QString StoreCoordinator::setAsidePath(const QString &path)
 {
-    QMutexLocker locker(&m_mutex);
+    QMutexLocker locker(&m_prepareMutex);
     return m_setAside.value(path);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QMutex>
 #include <QRecursiveMutex>
 #include <QString>
 
@@ -32,7 +33,8 @@ private:
     Check checkAndMigrate(const QString &path, QString *reason);
     QString setAside(const QString &path);
 
-    QRecursiveMutex m_mutex;
+    QRecursiveMutex m_mutex;  // the store-wide lock
+    QMutex m_prepareMutex;    // guards preparation only, so opening an instance never waits on the lock
     QHash<QString, bool> m_prepared;
     QHash<QString, QString> m_setAside;
 };

@@ -69,6 +69,8 @@ private slots:
     void bookmarksAndReadingPosition();
     void downloadComicCopies();
     void downloadChapters();
+    void chapterProgress_data();
+    void chapterProgress();
     void hostileIdentifiers_data();
     void hostileIdentifiers();
     void damagedStoreFile_data();
@@ -317,6 +319,38 @@ void TestDatabaseManager::downloadChapters()
     QVERIFY(!VORADatabaseManager().getDownloadChapterWithChapterId("11"));
     db.deleteDownloadChapterList({downloadChapter("1", "12", 2), downloadChapter("2", "21", 0)});
     QVERIFY(VORADatabaseManager().getAllDownloadChapter().isEmpty());
+}
+
+void TestDatabaseManager::chapterProgress_data()
+{
+    QTest::addColumn<QString>("pages");
+    QTest::addColumn<QString>("tucao");
+    QTest::addColumn<qint64>("imageCount");
+    QTest::addColumn<qint64>("percent");
+    QTest::newRow("new") << "" << "" << qint64(4) << qint64(0);
+    QTest::newRow("half of the pages") << "1,2" << "" << qint64(4) << qint64(25);
+    QTest::newRow("rounds down") << "1" << "" << qint64(3) << qint64(16);
+    QTest::newRow("complete") << "1,2,3" << "1,2,3" << qint64(3) << qint64(100);
+    QTest::newRow("no pages") << "1" << "1" << qint64(0) << qint64(0);
+}
+
+void TestDatabaseManager::chapterProgress()
+{
+    QFETCH(QString, pages);
+    QFETCH(QString, tucao);
+    QFETCH(qint64, imageCount);
+    QFETCH(qint64, percent);
+    VORADownloadChapterInfoDTO chapter = downloadChapter("1", "1", 0);
+    chapter.imageCount = imageCount;
+    chapter.pageCompleteIds = pages;
+    chapter.tucaoCompleteIds = tucao;
+    QCOMPARE(chapter.downloadPercent(), percent);
+    QCOMPARE(chapter.pageCompleteCount(), pages.isEmpty() ? 0 : pages.count(',') + 1);
+    VORADownloadChapterInfoDTO later = chapter;
+    later.chapterIndex = 3;
+    QCOMPARE(VORADownloadChapterInfoDTO::downloadChapterIndexCompare(chapter, later), -1);
+    QCOMPARE(VORADownloadChapterInfoDTO::downloadChapterIndexCompare(later, chapter), 1);
+    QCOMPARE(VORADownloadChapterInfoDTO::downloadChapterIndexCompare(later, later), 0);
 }
 
 void TestDatabaseManager::hostileIdentifiers_data()

@@ -1,0 +1,46 @@
+#include "VORAImageProvider.h"
+
+#include "VORAImageResponse.h"
+#include "core/VORAUtility.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+
+namespace {
+QAtomicInt g_pending;
+}
+
+VORAImageProvider::VORAImageProvider()
+{
+    m_pool.setMaxThreadCount(maxThreads);
+}
+
+VORAImageProvider::~VORAImageProvider()
+{
+    m_pool.clear();
+    m_pool.waitForDone();
+}
+
+QQuickImageResponse *VORAImageProvider::requestImageResponse(const QString &id, const QSize &requestedSize)
+{
+    auto *response = new VORAImageResponse;
+    auto *job = new VORAImageJob(id, requestedSize);
+    job->setAutoDelete(true);
+    g_pending.ref();
+    QObject::connect(job, &VORAImageJob::done, response, &VORAImageResponse::handleDone, Qt::QueuedConnection);
+    QObject::connect(job, &VORAImageJob::done, job, [] { g_pending.deref(); }, Qt::DirectConnection);
+    m_pool.start(job);
+    return response;
+}
+
+int VORAImageProvider::pendingCount()
+{
+    return g_pending.loadAcquire();
+}
+
+QString VORAImageProvider::cacheFileForUrl(const QString &url)
+{
+    const QByteArray hash = QCryptographicHash::hash(url.toUtf8(), QCryptographicHash::Sha1).toHex();
+    return QDir::cleanPath(VORAUtility::comicCacheDirectory()) + QLatin1String("/cover_") +
+           QString::fromLatin1(hash);
+}

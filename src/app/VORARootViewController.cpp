@@ -1,0 +1,294 @@
+#include "VORARootViewController.h"
+
+#include "AppLog.h"
+#include "VORASettingView.h"
+#include "WelcomeViewController.h"
+#include "catalogue/VORARecommentView.h"
+#include "core/VORAAppGlobalData.h"
+#include "core/VORANotificationNames.h"
+#include "core/VORAUserConfig.h"
+#include "core/VORAUtility.h"
+#include "platform/NotificationCenter.h"
+#include "store/VORADatabaseManager.h"
+
+#include <QUrl>
+
+VORARootViewController::VORARootViewController(bool landscape, QObject *parent)
+    : QObject(parent)
+    , m_landscape(landscape)
+{
+    auto &center = NotificationCenter::defaultCenter();
+    center.addObserver(this, QString::fromLatin1(VORANotificationNames::downloadCountChange),
+                       [this](const Notification &n) { downloadUpdate(n); });
+    center.addObserver(this, QString::fromLatin1(VORANotificationNames::bookshelfLatestCountChange),
+                       [this](const Notification &) { bookshelfUpdate(); });
+    center.addObserver(this, QString::fromLatin1(VORANotificationNames::changeApplicationToOrientaion),
+                       [this](const Notification &) { rootViewControllerToOrientation(); });
+
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    const QString background = global->appStatus()->backgroundString();
+    updateBackground(background.isEmpty() ? QStringLiteral("one") : background);
+
+    center.post(QString::fromLatin1(VORANotificationNames::bookshelfLatestCountChange));
+
+    if (global->appStatus()->appOpenCount() == 1) {
+        m_welcomeView = new WelcomeViewController(m_landscape, this);
+        connect(m_welcomeView, &WelcomeViewController::showHomePage, this, &VORARootViewController::showHomePage);
+    }
+}
+
+VORARootViewController::~VORARootViewController()
+{
+    NotificationCenter::defaultCenter().removeObserver(this);
+}
+
+QVariantList VORARootViewController::buttons() const
+{
+    return {
+        QVariantMap{{QStringLiteral("tag"), 100}, {QStringLiteral("title"), QStringLiteral("推荐")},
+                    {QStringLiteral("icon"), QStringLiteral("btnrecommend.png")}},
+        QVariantMap{{QStringLiteral("tag"), 108}, {QStringLiteral("title"), QStringLiteral("设置")},
+                    {QStringLiteral("icon"), QStringLiteral("btnsetting.png")}},
+    };
+}
+
+bool VORARootViewController::hasScreen(int tag)
+{
+    return tag == 100 || tag == 108;
+}
+
+QObject *VORARootViewController::recommentViewObject() const { return m_recommentView; }
+QObject *VORARootViewController::settingViewObject() const { return m_settingView; }
+QObject *VORARootViewController::welcomeViewObject() const { return m_welcomeView; }
+
+void VORARootViewController::switchView(int tag)
+{
+    if (tag == 109) {
+        VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+        global->user()->setUserViewJumpType(0);
+        global->user()->setUserViewJumpIsTopupType(2);
+        global->saveUser();
+    } else if (tag == 108 || tag == 110) {
+        // Settings and skins open over whatever detail overlay is showing.
+        btnSwitchView(tag);
+        return;
+    }
+    removeComicDetailAndDownloadDeitail();
+    btnSwitchView(tag);
+}
+
+void VORARootViewController::btnSwitchView(int tag)
+{
+    if (tag < 100 || tag > 112)
+        return;
+    if (!hasScreen(tag)) {
+        qCInfo(lcApp) << "button" << tag << "has no screen in this build";
+        return;
+    }
+    if (tag <= 107) {
+        if (m_buttonCount == tag + 1)
+            return; // already the current screen
+        initintager();
+        initViewState();
+        m_buttonCount = tag + 1;
+        if (tag == 100 && !m_recommentView)
+            createRecommentView();
+        if (tag == 100)
+            m_recommentView->recommendToOrientation(m_landscape);
+        emit currentChanged();
+        return;
+    }
+    if (tag == 108) {
+        if (!m_settingView) {
+            m_settingView = new VORASettingView(this);
+            emit screensChanged();
+        } else {
+            m_settingView->refreshCacheSize();
+            m_settingView->refreshUser();
+        }
+        setDimmingAlpha(0.6);
+        if (!m_settingsOpen) {
+            m_settingsOpen = true;
+            emit settingsOpenChanged();
+        }
+    }
+}
+
+void VORARootViewController::createRecommentView()
+{
+    m_recommentView = new VORARecommentView(this);
+    connect(m_recommentView, &VORARecommentView::openComicRequested, this, &VORARootViewController::openComicDetail);
+    connect(m_recommentView, &VORARecommentView::openUrlRequested, this, &VORARootViewController::openUrlRequested);
+    emit screensChanged();
+}
+
+void VORARootViewController::initViewState()
+{
+    // The screens are shown by currentTag; nothing else is visible to hide.
+}
+
+void VORARootViewController::initintager()
+{
+    m_buttonCount = 1;
+}
+
+void VORARootViewController::removeComicDetailAndDownloadDeitail()
+{
+    if (m_comicDetail.isEmpty())
+        return;
+    m_comicDetail.clear();
+    emit comicDetailChanged();
+    fatherToucuOutView();
+}
+
+void VORARootViewController::closeSettingView()
+{
+    if (m_settingsOpen) {
+        m_settingsOpen = false;
+        emit settingsOpenChanged();
+    }
+    cancleButton();
+}
+
+void VORARootViewController::cancleButton()
+{
+    // A refresh of the detail overlay waits for its own screen; only the flag is kept.
+    m_isRefurbish = false;
+    setDimmingAlpha(0);
+}
+
+void VORARootViewController::setDimmingAlpha(qreal alpha)
+{
+    if (qFuzzyCompare(m_dimmingAlpha + 1, alpha + 1))
+        return;
+    m_dimmingAlpha = alpha;
+    emit dimmingChanged();
+}
+
+QString VORARootViewController::badgeText(qint64 count)
+{
+    return count > 99 ? QStringLiteral("N") : QString::number(count);
+}
+
+void VORARootViewController::downloadUpdate(const Notification &n)
+{
+    const QString text = n.userInfo.value(QStringLiteral("DownloadCount")).toString().trimmed();
+    bool ok = false;
+    const qint64 count = text.toLongLong(&ok);
+    if (!ok || count <= 0) {
+        // "0", and anything that is not a count, hides the badge.
+        if (!ok && !text.isEmpty())
+            qCWarning(lcApp) << "download count is not a number:" << text;
+        m_downloadBadgeVisible = false;
+        m_downloadBadge.clear();
+    } else {
+        m_downloadBadgeVisible = true;
+        m_downloadBadge = badgeText(count);
+    }
+    emit badgesChanged();
+}
+
+int VORARootViewController::getBookshelfUpdateArray() const
+{
+    VORADatabaseManager db;
+    int count = 0;
+    for (const BookshelfPtr &record : db.getAllBookshelf()) {
+        if (record && record->isHasUpdate())
+            ++count;
+    }
+    return count;
+}
+
+void VORARootViewController::bookshelfUpdate()
+{
+    const int count = getBookshelfUpdateArray();
+    if (count == 0) {
+        m_bookshelfBadgeVisible = false;
+        m_bookshelfBadge.clear();
+    } else if (VORAUserConfig::shareUserConfigInstance()->isNotifyUpdate()) {
+        m_bookshelfBadgeVisible = true;
+        m_bookshelfBadge = badgeText(count);
+    } else {
+        m_bookshelfBadgeVisible = false;
+    }
+    emit badgesChanged();
+}
+
+void VORARootViewController::showHomePage()
+{
+    if (!m_welcomeView)
+        return;
+    m_welcomeView->deleteLater();
+    m_welcomeView = nullptr;
+    emit welcomeChanged();
+}
+
+void VORARootViewController::updateBackground(const QString &name)
+{
+    QString n = name;
+    if (!n.endsWith(QLatin1String(".jpg")) && !n.endsWith(QLatin1String(".png")))
+        n += QLatin1String(".jpg");
+    if (m_backgroundName == n)
+        return;
+    m_backgroundName = n;
+    emit backgroundChanged();
+}
+
+void VORARootViewController::setWindowSize(qreal width, qreal height)
+{
+    if (width <= 0 || height <= 0)
+        return;
+    const bool landscape = width >= height;
+    if (landscape == m_landscape)
+        return;
+    m_landscape = landscape;
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::changeApplicationToOrientaion));
+}
+
+void VORARootViewController::rootViewControllerToOrientation()
+{
+    if (m_recommentView)
+        m_recommentView->recommendToOrientation(m_landscape);
+    if (m_welcomeView)
+        m_welcomeView->welcomeToOrientation(m_landscape);
+    emit orientationChanged();
+}
+
+void VORARootViewController::openComicDetail(const QString &comicId, const QString &comicName, const QString &comicCover)
+{
+    const bool reuse = !m_comicDetail.isEmpty();
+    m_comicDetail = QVariantMap{{QStringLiteral("tag"), comicDetailTag},
+                                {QStringLiteral("comicId"), comicId},
+                                {QStringLiteral("comicName"), comicName},
+                                {QStringLiteral("comicCover"), comicCover}};
+    emit comicDetailChanged();
+    if (!reuse)
+        fatherToucuInView();
+}
+
+void VORARootViewController::requestSignOut()
+{
+    VORAUtility::requestAlertMessage(QStringLiteral("确定要退出当前账号吗？"), QStringLiteral("温馨提醒"), signOutAlertTag,
+                                     QStringLiteral("退出"), QStringLiteral("取消"), this);
+}
+
+void VORARootViewController::alertView(int tag, int buttonIndex)
+{
+    if (tag != signOutAlertTag || buttonIndex != 0)
+        return;
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    global->user()->logonOut();
+    global->saveUser();
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::userViewPostInfo));
+}
+
+void VORARootViewController::fatherToucuInView()
+{
+    // The banner pauses while a panel covers the feed.
+    NotificationCenter::defaultCenter().post(QStringLiteral("RecommentInvalidateNSTimer"));
+}
+
+void VORARootViewController::fatherToucuOutView()
+{
+    NotificationCenter::defaultCenter().post(QStringLiteral("RecommentIsValueNSTimer"));
+}

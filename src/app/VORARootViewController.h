@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QVariantList>
+#include <QVariantMap>
+
+class VORARecommentView;
+class VORASettingView;
+class WelcomeViewController;
+struct Notification;
+
+// The one root screen controller: the main screens side by side, switched by
+// button tag (screens are created on first switch and then kept), the overlays
+// by view tag (comic detail 300000, download detail 300001, dimming 777777),
+// the two badges, the welcome pages of the first launch and the sign-out
+// confirmation. Only the buttons whose screens exist are offered.
+class VORARootViewController : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int buttonCount READ buttonCount NOTIFY currentChanged)
+    Q_PROPERTY(int currentTag READ currentTag NOTIFY currentChanged)
+    Q_PROPERTY(QVariantList buttons READ buttons CONSTANT)
+    Q_PROPERTY(QObject *recommentView READ recommentViewObject NOTIFY screensChanged)
+    Q_PROPERTY(QObject *settingView READ settingViewObject NOTIFY screensChanged)
+    Q_PROPERTY(bool settingsOpen READ settingsOpen NOTIFY settingsOpenChanged)
+    Q_PROPERTY(qreal dimmingAlpha READ dimmingAlpha NOTIFY dimmingChanged)
+    Q_PROPERTY(QString downloadBadge READ downloadBadge NOTIFY badgesChanged)
+    Q_PROPERTY(bool downloadBadgeVisible READ downloadBadgeVisible NOTIFY badgesChanged)
+    Q_PROPERTY(QString bookshelfBadge READ bookshelfBadge NOTIFY badgesChanged)
+    Q_PROPERTY(bool bookshelfBadgeVisible READ bookshelfBadgeVisible NOTIFY badgesChanged)
+    Q_PROPERTY(QObject *welcomeView READ welcomeViewObject NOTIFY welcomeChanged)
+    Q_PROPERTY(bool landscape READ isLandscape NOTIFY orientationChanged)
+    Q_PROPERTY(QVariantMap comicDetail READ comicDetail NOTIFY comicDetailChanged)
+    Q_PROPERTY(QString backgroundName READ backgroundName NOTIFY backgroundChanged)
+public:
+    static constexpr int comicDetailTag = 300000;
+    static constexpr int downloadDetailTag = 300001;
+    static constexpr int dimmingViewTag = 777777;
+    static constexpr int signOutAlertTag = 4;
+
+    explicit VORARootViewController(bool landscape, QObject *parent = nullptr);
+    ~VORARootViewController() override;
+
+    int buttonCount() const { return m_buttonCount; }
+    int currentTag() const { return m_buttonCount - 1; }
+    QVariantList buttons() const;
+    static bool hasScreen(int tag);
+
+    VORARecommentView *recommentView() const { return m_recommentView; }
+    QObject *recommentViewObject() const;
+    VORASettingView *settingView() const { return m_settingView; }
+    QObject *settingViewObject() const;
+    bool settingsOpen() const { return m_settingsOpen; }
+    qreal dimmingAlpha() const { return m_dimmingAlpha; }
+    QString downloadBadge() const { return m_downloadBadge; }
+    bool downloadBadgeVisible() const { return m_downloadBadgeVisible; }
+    QString bookshelfBadge() const { return m_bookshelfBadge; }
+    bool bookshelfBadgeVisible() const { return m_bookshelfBadgeVisible; }
+    WelcomeViewController *welcomeView() const { return m_welcomeView; }
+    QObject *welcomeViewObject() const;
+    bool isLandscape() const { return m_landscape; }
+    QVariantMap comicDetail() const { return m_comicDetail; }
+    bool hasComicDetail() const { return !m_comicDetail.isEmpty(); }
+    QString backgroundName() const { return m_backgroundName; }
+
+    // Entry point of every main button.
+    Q_INVOKABLE void switchView(int tag);
+    Q_INVOKABLE void btnSwitchView(int tag);
+    void createRecommentView();
+    void initViewState();
+    void initintager();
+    Q_INVOKABLE void removeComicDetailAndDownloadDeitail();
+    Q_INVOKABLE void closeSettingView();
+    Q_INVOKABLE void cancleButton();
+    void downloadUpdate(const Notification &n);
+    void bookshelfUpdate();
+    int getBookshelfUpdateArray() const;
+    void showHomePage();
+    Q_INVOKABLE void updateBackground(const QString &name);
+    // The window's size decides the orientation: taller than wide is portrait.
+    Q_INVOKABLE void setWindowSize(qreal width, qreal height);
+    void rootViewControllerToOrientation();
+    // Opens (or reuses) the comic detail overlay, tag 300000.
+    Q_INVOKABLE void openComicDetail(const QString &comicId, const QString &comicName, const QString &comicCover);
+    // The sign-out confirmation.
+    Q_INVOKABLE void requestSignOut();
+    Q_INVOKABLE void alertView(int tag, int buttonIndex);
+
+    // Touches entering and leaving a panel.
+    void fatherToucuInView();
+    void fatherToucuOutView();
+
+signals:
+    void currentChanged();
+    void screensChanged();
+    void settingsOpenChanged();
+    void dimmingChanged();
+    void badgesChanged();
+    void welcomeChanged();
+    void orientationChanged();
+    void comicDetailChanged();
+    void backgroundChanged();
+    void openUrlRequested(const QUrl &url);
+
+private:
+    void setDimmingAlpha(qreal alpha);
+    static QString badgeText(qint64 count);
+
+    int m_buttonCount = 1;
+    VORARecommentView *m_recommentView = nullptr;
+    VORASettingView *m_settingView = nullptr;
+    WelcomeViewController *m_welcomeView = nullptr;
+    bool m_settingsOpen = false;
+    qreal m_dimmingAlpha = 0;
+    QString m_downloadBadge;
+    bool m_downloadBadgeVisible = false;
+    QString m_bookshelfBadge;
+    bool m_bookshelfBadgeVisible = false;
+    bool m_landscape = true;
+    bool m_isRefurbish = false;
+    QVariantMap m_comicDetail;
+    QString m_backgroundName;
+};

@@ -1,0 +1,114 @@
+// quorin: the tablet comic reader in a window.
+//
+//   quorin [--screenshot FILE] [--size WxH] [quorin://…]
+//
+// Without a display (QT_QPA_PLATFORM=offscreen) it saves a screenshot of the
+// feed, prints its path and quits.
+
+#include "AppLog.h"
+#include "VORAAppDelegate.h"
+#include "VORAEmbeddedSite.h"
+#include "VORAFeedScreenshot.h"
+#include "VORAInstanceChannel.h"
+#include "VORAOverlayLayer.h"
+#include "core/VORASystemConfig.h"
+
+#include <QCommandLineParser>
+#include <QDesktopServices>
+#include <QDir>
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QTextStream>
+
+int main(int argc, char *argv[])
+{
+    // No display at all: run offscreen (and take the screenshot) rather than fail.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
+        && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(VORASystemConfig::bundleName());
+    QGuiApplication::setApplicationDisplayName(VORASystemConfig::displayName());
+    QGuiApplication::setApplicationVersion(VORASystemConfig::appVersion());
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Quorin Reader, the tablet comic reader."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption screenshotOption(QStringLiteral("screenshot"),
+                                              QStringLiteral("Save a PNG of the feed to <file> and quit."),
+                                              QStringLiteral("file"));
+    const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Window size, e.g. 768x1024."),
+                                        QStringLiteral("WxH"), QStringLiteral("1024x768"));
+    parser.addOption(screenshotOption);
+    parser.addOption(sizeOption);
+    parser.addPositionalArgument(QStringLiteral("url"), QStringLiteral("quorin:// addresses to open."));
+    parser.process(app);
+
+    const QStringList urls = parser.positionalArguments();
+    const bool offscreen = QGuiApplication::platformName() == QLatin1String("offscreen");
+    QString screenshot = parser.value(screenshotOption);
+    if (screenshot.isEmpty() && offscreen)
+        screenshot = QDir::temp().filePath(QStringLiteral("quorin-feed.png"));
+
+    // A second start hands its URLs to the running app (screenshot runs stay alone).
+    if (screenshot.isEmpty() && VORAInstanceChannel::forwardToRunningInstance(urls)) {
+        qCInfo(lcApp) << "handed over to the running instance";
+        return 0;
+    }
+
+    const QStringList size = parser.value(sizeOption).split(QLatin1Char('x'));
+    int width = 1024, height = 768;
+    if (size.size() == 2 && size[0].toInt() > 0 && size[1].toInt() > 0) {
+        width = size[0].toInt();
+        height = size[1].toInt();
+    } else {
+        QTextStream(stderr) << "quorin: --size expects WxH, e.g. 768x1024; using 1024x768\n";
+    }
+
+    if (offscreen)
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+
+    VORAOverlayLayer overlays;
+    VORAAppDelegate delegate(&overlays);
+    delegate.setInitialSize(width, height);
+    QObject::connect(&delegate, &VORAAppDelegate::openUrlRequested, [](const QUrl &url) {
+        if (!QDesktopServices::openUrl(url))
+            qCWarning(lcApp) << "no browser could open" << url;
+    });
+
+    VORAInstanceChannel channel;
+    if (screenshot.isEmpty()) {
+        channel.listen();
+        QObject::connect(&channel, &VORAInstanceChannel::urlReceived, &delegate, [&delegate](const QString &url) {
+            delegate.openURL(url, VORAAppDelegate::browserSourceApplication);
+        });
+    }
+
+    VORAEmbeddedSite site;
+    auto launch = [&](bool) {
+        delegate.didFinishLaunching();
+        for (const QString &url : urls)
+            delegate.openURL(url, VORAAppDelegate::browserSourceApplication);
+        if (screenshot.isEmpty())
+            return;
+        auto *shot = new VORAFeedScreenshot(delegate.window(), delegate.rootViewController(), screenshot, &app);
+        QObject::connect(shot, &VORAFeedScreenshot::saved, &app, [](const QString &path, bool ok) {
+            if (ok)
+                QTextStream(stdout) << path << Qt::endl;
+            QCoreApplication::exit(ok ? 0 : 1);
+        });
+        shot->start();
+    };
+    if (VORAEmbeddedSite::isEmbeddedDefault()) {
+        QObject::connect(&site, &VORAEmbeddedSite::ready, &app, launch, Qt::QueuedConnection);
+        site.start();
+    } else {
+        QMetaObject::invokeMethod(&app, [&] { launch(true); }, Qt::QueuedConnection);
+    }
+    const int code = app.exec();
+    site.stop();
+    return code;
+}

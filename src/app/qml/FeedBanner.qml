@@ -1,0 +1,123 @@
+import QtQuick
+
+// The banner: one page per slide, five pages at least (the timer cycles over
+// five whatever the slide count), moved by the feed's timeCount.
+Rectangle {
+    id: banner
+    property QtObject feed
+    property string fontFamily
+    readonly property int pageCount: Math.max(5, feed ? feed.slides.length : 0)
+
+    radius: 14
+    color: "#3B3F58"
+    clip: true
+
+    Flickable {
+        id: strip
+        objectName: "bannerStrip"
+        anchors.fill: parent
+        contentWidth: banner.width * banner.pageCount
+        contentHeight: height
+        flickableDirection: Flickable.HorizontalFlick
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+
+        onMovementStarted: if (banner.feed) banner.feed.slideTouchBegan()
+        onMovementEnded: {
+            if (!banner.feed)
+                return
+            // Settle on a whole page, then let the timer run again.
+            var page = Math.round(contentX / banner.width)
+            contentX = page * banner.width
+            banner.feed.scrollViewDidScroll(contentX, banner.width)
+            banner.feed.slideTouchEnded()
+        }
+
+        Behavior on contentX {
+            enabled: !strip.moving
+            NumberAnimation { duration: 450; easing.type: Easing.InOutQuad }
+        }
+
+        Row {
+            Repeater {
+                model: banner.pageCount
+                delegate: Item {
+                    readonly property var slide: banner.feed && index < banner.feed.slides.length
+                                                 ? banner.feed.slides[index] : null
+                    width: banner.width
+                    height: banner.height
+                    Image {
+                        anchors.fill: parent
+                        source: "image://quorin/art/pagelistdefaultcover"
+                        fillMode: Image.PreserveAspectCrop
+                        visible: picture.status !== Image.Ready
+                        asynchronous: true
+                    }
+                    Image {
+                        id: picture
+                        anchors.fill: parent
+                        fillMode: Image.PreserveAspectCrop
+                        asynchronous: true
+                        source: parent.slide && parent.slide.comicCover !== ""
+                                ? "image://quorin/net/" + encodeURIComponent(parent.slide.comicCover) : ""
+                    }
+                    Rectangle {
+                        anchors.left: parent.left
+                        anchors.right: parent.right
+                        anchors.bottom: parent.bottom
+                        height: 70
+                        visible: parent.slide !== null
+                        gradient: Gradient {
+                            GradientStop { position: 0; color: "#00000000" }
+                            GradientStop { position: 1; color: "#B0000000" }
+                        }
+                        Text {
+                            anchors.left: parent.left
+                            anchors.leftMargin: 20
+                            anchors.bottom: parent.bottom
+                            anchors.bottomMargin: 14
+                            width: parent.width - 160
+                            elide: Text.ElideRight
+                            text: parent.parent.slide ? (parent.parent.slide.comicTitle || parent.parent.slide.comicName) : ""
+                            color: "white"
+                            font.family: banner.fontFamily
+                            font.pixelSize: 20
+                            font.bold: true
+                        }
+                    }
+                }
+            }
+        }
+    }
+
+    Connections {
+        target: banner.feed
+        function onTimeCountChanged() {
+            if (!strip.moving)
+                strip.contentX = banner.width * banner.feed.timeCount
+        }
+    }
+
+    TapHandler {
+        onTapped: if (banner.feed) banner.feed.handleTapGesture()
+    }
+
+    Row {
+        objectName: "pageControl"
+        anchors.right: parent.right
+        anchors.rightMargin: 18
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 20
+        spacing: 8
+        Repeater {
+            model: banner.pageCount
+            delegate: Rectangle {
+                width: banner.feed && banner.feed.timeCount === index ? 22 : 8
+                height: 8
+                radius: 4
+                color: banner.feed && banner.feed.timeCount === index ? "#FF7043" : "#AAFFFFFF"
+                Behavior on width { NumberAnimation { duration: 200 } }
+            }
+        }
+    }
+}

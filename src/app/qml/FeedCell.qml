@@ -1,0 +1,94 @@
+import QtQuick
+
+// One comic of the grid: cover (with its placeholder and badge), name,
+// author and clicks.
+Rectangle {
+    id: cell
+    property var comic
+    property int comicIndex
+    property string fontFamily
+    signal tapped()
+
+    objectName: "cell" + comicIndex
+    radius: 12
+    color: area.pressed ? "#FFF0E6" : "white"
+    border.color: "#F0E6DC"
+
+    Item {
+        id: coverBox
+        x: 10; y: 10
+        height: parent.height - 20
+        width: Math.round(height * 0.75)
+        Image {
+            anchors.fill: parent
+            source: "image://quorin/art/dcoverdefault.png"
+            visible: cover.status !== Image.Ready
+            asynchronous: true
+        }
+        Image {
+            id: cover
+            objectName: "cover"
+            anchors.fill: parent
+            fillMode: Image.PreserveAspectCrop
+            asynchronous: true
+            source: cell.comic && cell.comic.comicCover !== ""
+                    ? "image://quorin/net/" + encodeURIComponent(cell.comic.comicCover) : ""
+        }
+        Image {
+            x: -4; y: 10
+            width: 58; height: 24
+            visible: cell.comic && cell.comic.badge !== ""
+            source: visible ? "image://quorin/art/" + cell.comic.badge : ""
+            asynchronous: true
+        }
+    }
+
+    Column {
+        anchors.left: coverBox.right
+        anchors.leftMargin: 12
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        y: 16
+        spacing: 8
+        Text {
+            width: parent.width
+            text: cell.comic ? cell.comic.comicName : ""
+            color: "#2E3047"
+            font.family: cell.fontFamily
+            font.pixelSize: 17
+            font.bold: true
+            wrapMode: Text.WrapAnywhere
+            maximumLineCount: 2
+            elide: Text.ElideRight
+        }
+        Text {
+            width: parent.width
+            text: cell.comic ? cell.comic.comicAuthor : ""
+            color: "#8A8197"
+            font.family: cell.fontFamily
+            font.pixelSize: 13
+            elide: Text.ElideRight
+        }
+        Rectangle {
+            visible: cell.comic && cell.comic.comicClickTotal !== ""
+            width: clicks.implicitWidth + 16
+            height: 22
+            radius: 11
+            color: "#FFF1EB"
+            Text {
+                id: clicks
+                anchors.centerIn: parent
+                text: cell.comic ? "人气 " + cell.comic.comicClickTotal : ""
+                color: "#E0603A"
+                font.family: cell.fontFamily
+                font.pixelSize: 12
+            }
+        }
+    }
+
+    MouseArea {
+        id: area
+        anchors.fill: parent
+        onClicked: cell.tapped()
+    }
+}

@@ -1,0 +1,148 @@
+import QtQuick
+
+// The recommendation feed: tabs, banner, a grid of three comics a row and
+// pull-to-refresh. Everything it shows comes from VORARecommentView.
+Rectangle {
+    id: view
+    property QtObject feed
+    property string fontFamily
+    readonly property real cellWidth: (grid.width - 24) / 3
+
+    radius: 18
+    color: "#FFFCF8"
+    border.color: "#EADFD3"
+    clip: true
+
+    Rectangle {
+        id: head
+        objectName: "feedHead"
+        width: parent.width
+        height: 50
+        radius: 18
+        color: "#2E3047"
+        Rectangle { width: parent.width; height: 18; anchors.bottom: parent.bottom; color: parent.color }
+
+        Rectangle {
+            id: marker
+            objectName: "tabMarker"
+            x: view.feed ? view.feed.markerX : 50.1
+            y: 10.5
+            width: 68; height: 28
+            radius: 14
+            gradient: Gradient {
+                orientation: Gradient.Horizontal
+                GradientStop { position: 0; color: "#FF7043" }
+                GradientStop { position: 1; color: "#F06292" }
+            }
+            Behavior on x { NumberAnimation { duration: 200 } }
+        }
+        Repeater {
+            model: view.feed ? view.feed.tabTitles : []
+            delegate: Item {
+                objectName: "tab" + (2000 + index)
+                x: 27.1 + index * 114.1
+                width: 114.1
+                height: head.height
+                Text {
+                    anchors.centerIn: parent
+                    text: modelData
+                    color: view.feed && view.feed.curTag === 2000 + index ? "white" : "#C9C6DA"
+                    font.family: view.fontFamily
+                    font.pixelSize: 17
+                    font.bold: view.feed && view.feed.curTag === 2000 + index
+                }
+                MouseArea {
+                    anchors.fill: parent
+                    onClicked: view.feed.recommendLabel(2000 + index)
+                }
+            }
+        }
+        Text {
+            anchors.right: parent.right
+            anchors.rightMargin: 22
+            anchors.verticalCenter: parent.verticalCenter
+            text: view.feed && view.feed.loading ? "加载中…" : "今日推荐"
+            color: "#8E8AA8"
+            font.family: view.fontFamily
+            font.pixelSize: 14
+        }
+    }
+
+    ListView {
+        id: grid
+        objectName: "feedGrid"
+        anchors.top: head.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: 12
+        anchors.topMargin: 12
+        clip: true
+        model: view.feed ? view.feed.rowCount : 0
+        boundsBehavior: Flickable.DragOverBounds
+        cacheBuffer: 400
+
+        readonly property bool pulledFar: contentY < originY - 65
+
+        header: Item {
+            width: grid.width
+            height: banner.height + 14
+            FeedBanner {
+                id: banner
+                objectName: "feedBanner"
+                width: parent.width
+                height: Math.round(Math.min(300, Math.max(200, width * 0.32)))
+                feed: view.feed
+                fontFamily: view.fontFamily
+            }
+        }
+
+        delegate: Row {
+            id: row
+            readonly property int rowIndex: index
+            spacing: 12
+            height: view.feed ? view.feed.rowHeight : 205
+            Repeater {
+                model: view.feed ? Math.min(3, view.feed.comics.length - row.rowIndex * 3) : 0
+                delegate: FeedCell {
+                    width: view.cellWidth
+                    height: row.height - 12
+                    comicIndex: row.rowIndex * 3 + index
+                    comic: view.feed.comics[row.rowIndex * 3 + index]
+                    fontFamily: view.fontFamily
+                    onTapped: view.feed.touchImageView(comicIndex)
+                }
+            }
+        }
+
+        onDragEnded: if (pulledFar && view.feed) view.feed.reloadTableViewDataSource()
+
+        // The pull-to-refresh header, 65 high, just above the list.
+        Item {
+            objectName: "refreshHeader"
+            parent: grid
+            width: grid.width
+            height: 65
+            y: -grid.contentY + grid.originY - 65 + (grid.headerItem ? 0 : 0)
+            visible: grid.contentY < grid.originY || (view.feed && view.feed.reloadingUp)
+            Text {
+                anchors.centerIn: parent
+                text: view.feed && view.feed.reloadingUp ? "正在刷新…"
+                      : (grid.pulledFar ? "松开即可刷新" : "下拉可以刷新")
+                color: "#9A8C80"
+                font.family: view.fontFamily
+                font.pixelSize: 15
+            }
+        }
+    }
+
+    NoNetworkPanel {
+        objectName: "noNetwork8888"
+        anchors.top: head.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        panel: view.feed ? view.feed.noNetworkView : null
+        fontFamily: view.fontFamily
+    }
+}

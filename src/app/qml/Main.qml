@@ -1,0 +1,101 @@
+import QtQuick
+import QtQuick.Window
+
+Window {
+    id: window
+    width: initialWidth
+    height: initialHeight
+    visible: true
+    title: "Quorin Reader"
+    color: "#FFF3E6"
+
+    readonly property bool landscape: rootController.landscape
+    readonly property string fontFamily: "Noto Sans CJK SC"
+
+    onWidthChanged: rootController.setWindowSize(width, height)
+    onHeightChanged: rootController.setWindowSize(width, height)
+    Component.onCompleted: rootController.setWindowSize(width, height)
+
+    Image {
+        objectName: "background"
+        anchors.fill: parent
+        source: "image://quorin/art/" + rootController.backgroundName
+        fillMode: Image.PreserveAspectCrop
+        asynchronous: true
+    }
+
+    NavigationRail {
+        id: rail
+        objectName: "navigationRail"
+        landscape: window.landscape
+        fontFamily: window.fontFamily
+        x: 0
+        y: window.landscape ? 0 : window.height - height
+        width: window.landscape ? 96 : window.width
+        height: window.landscape ? window.height : 76
+    }
+
+    Item {
+        id: content
+        objectName: "content"
+        x: window.landscape ? rail.width + 14 : 14
+        y: 14
+        width: window.width - x - 14
+        height: (window.landscape ? window.height : rail.y) - 28
+
+        FeedView {
+            objectName: "feedView"
+            anchors.fill: parent
+            feed: rootController.recommentView
+            fontFamily: window.fontFamily
+            visible: rootController.currentTag === 100 && feed !== null
+        }
+    }
+
+    ComicDetailOverlay {
+        objectName: "comicDetail300000"
+        anchors.fill: content
+        detail: rootController.comicDetail
+        fontFamily: window.fontFamily
+        visible: detail.tag === 300000
+    }
+
+    Rectangle {
+        id: dimming
+        objectName: "dimming777777"
+        anchors.fill: parent
+        color: "black"
+        opacity: rootController.dimmingAlpha
+        visible: opacity > 0
+        Behavior on opacity { NumberAnimation { duration: 500 } }
+        MouseArea {
+            anchors.fill: parent
+            onClicked: rootController.closeSettingView()
+        }
+    }
+
+    SettingsPanel {
+        objectName: "settingsPanel"
+        settings: rootController.settingView
+        fontFamily: window.fontFamily
+        width: Math.min(440, window.width - 40)
+        height: window.height
+        x: rootController.settingsOpen ? window.width - width : window.width
+        visible: settings !== null && x < window.width
+        Behavior on x { NumberAnimation { duration: 300; easing.type: Easing.OutCubic } }
+    }
+
+    WelcomeView {
+        objectName: "welcomeView"
+        anchors.fill: parent
+        welcome: rootController.welcomeView
+        visible: welcome !== null
+    }
+
+    OverlayLayer {
+        objectName: "overlayLayer"
+        anchors.fill: parent
+        overlay: overlayLayer
+        fontFamily: window.fontFamily
+    }
+}

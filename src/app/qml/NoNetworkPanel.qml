@@ -1,0 +1,54 @@
+import QtQuick
+
+// The no-network panel (tag 8888) over the feed's grid, with its retry.
+Rectangle {
+    id: root
+    property QtObject panel
+    property string fontFamily
+
+    visible: panel !== null && panel.visible
+    color: "#FFFCF8"
+    radius: 18
+
+    MouseArea { anchors.fill: parent } // the grid underneath takes no touches
+
+    Column {
+        anchors.centerIn: parent
+        spacing: 18
+        Image {
+            anchors.horizontalCenter: parent.horizontalCenter
+            source: "image://quorin/art/dcoverdefault.png"
+            width: 120; height: 160
+            opacity: 0.7
+            asynchronous: true
+        }
+        Text {
+            objectName: "noNetworkText"
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: root.panel ? root.panel.text : ""
+            color: "#6B6477"
+            font.family: root.fontFamily
+            font.pixelSize: 18
+        }
+        Rectangle {
+            objectName: "retryButton"
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 160; height: 48
+            radius: 24
+            color: retryArea.pressed ? "#E0603A" : "#FF7043"
+            Text {
+                anchors.centerIn: parent
+                text: "刷新重试"
+                color: "white"
+                font.family: root.fontFamily
+                font.pixelSize: 17
+                font.bold: true
+            }
+            MouseArea {
+                id: retryArea
+                anchors.fill: parent
+                onClicked: root.panel.retry()
+            }
+        }
+    }
+}

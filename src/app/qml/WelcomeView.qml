@@ -1,0 +1,38 @@
+import QtQuick
+
+// The welcome pages of the first launch (tag 4733801).
+Rectangle {
+    id: root
+    property QtObject welcome
+
+    color: "#2E3047"
+    MouseArea { anchors.fill: parent }
+
+    ListView {
+        id: pages
+        objectName: "welcomePages"
+        anchors.fill: parent
+        orientation: ListView.Horizontal
+        snapMode: ListView.SnapOneItem
+        highlightRangeMode: ListView.StrictlyEnforceRange
+        boundsBehavior: Flickable.StopAtBounds
+        model: root.welcome ? root.welcome.pages : []
+        delegate: Item {
+            objectName: "welcomePage" + (316319 + index)
+            width: pages.width
+            height: pages.height
+            Image {
+                anchors.fill: parent
+                source: "image://quorin/art/" + modelData
+                fillMode: Image.PreserveAspectCrop
+                asynchronous: true
+            }
+            MouseArea {
+                // The last page is a button that closes the welcome view.
+                enabled: index === 4
+                anchors.fill: parent
+                onClicked: root.welcome.deleteWelcomeView()
+            }
+        }
+    }
+}

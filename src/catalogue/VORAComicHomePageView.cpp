@@ -1,0 +1,678 @@
+#include "catalogue/VORAComicHomePageView.h"
+
+#include "account/VORAAccountFiller.h"
+#include "catalogue/CatalogueLog.h"
+#include "catalogue/VORAChapterView.h"
+#include "core/VORAAppGlobalData.h"
+#include "core/VORANotificationNames.h"
+#include "core/VORASystemConfig.h"
+#include "core/VORAUtility.h"
+#include "net/VORAAutoLoginService.h"
+#include "net/VORABuyChapterService.h"
+#include "net/VORAGetComicBasicInfoService.h"
+#include "platform/NotificationCenter.h"
+#include "store/VORABookShelfManager.h"
+#include "store/VORAComicCache.h"
+#include "store/VORADatabaseManager.h"
+
+#include <QJsonObject>
+#include <QPointer>
+#include <QSet>
+
+namespace {
+const QString kFirstPage = QStringLiteral("kFirstPage");
+const QString tipTitle = QStringLiteral("提示");
+const QString reminderTitle = QStringLiteral("温馨提醒");
+
+VORABookShelfManager *shelfManager()
+{
+    return qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
+}
+
+QString themeNames(const QString &themeIds)
+{
+    static const QHash<QString, QString> names = {
+        {QStringLiteral("1"), QStringLiteral("搞笑")},  {QStringLiteral("2"), QStringLiteral("魔幻")},
+        {QStringLiteral("3"), QStringLiteral("生活")},  {QStringLiteral("4"), QStringLiteral("恋爱")},
+        {QStringLiteral("5"), QStringLiteral("动作")},  {QStringLiteral("6"), QStringLiteral("科幻")},
+        {QStringLiteral("7"), QStringLiteral("战争")},  {QStringLiteral("8"), QStringLiteral("体育")},
+        {QStringLiteral("9"), QStringLiteral("推理")},  {QStringLiteral("11"), QStringLiteral("恐怖")},
+        {QStringLiteral("12"), QStringLiteral("其他")},
+    };
+    QStringList out;
+    for (const QString &part : themeIds.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const QString id = part.trimmed();
+        out.append(names.value(id, id));
+    }
+    return out.join(QLatin1Char(' '));
+}
+} // namespace
+
+// What the worker thread found on the device for one comic.
+struct VORAComicHomePageView::LocalInfo
+{
+    std::optional<VORAComicInfoDTO> cached;
+    QString historyChapterId;
+    QString historyPageId;
+    QStringList downloadedChapterIds;
+};
+
+VORAComicHomePageView::VORAComicHomePageView(QObject *parent)
+    : QObject(parent)
+    , m_service(new VORAGetComicBasicInfoService(this))
+    , m_buyService(new VORABuyChapterService(this))
+    , m_autoLoginService(new VORAAutoLoginService(this))
+    , m_chapterView(new VORAChapterView(this))
+{
+    m_io.setMaxThreadCount(1);
+    m_io.setExpiryTimeout(2000);
+}
+
+VORAComicHomePageView::~VORAComicHomePageView()
+{
+    ++m_generation;
+    m_io.waitForDone();
+    VORAUtility::hideLoadingViewWithParentView(this);
+}
+
+QObject *VORAComicHomePageView::chapterViewObject() const
+{
+    return m_chapterView;
+}
+
+// --- Rules ---
+
+bool VORAComicHomePageView::isChapterSealed(const QDateTime &passTime, const QDateTime &now)
+{
+    if (!passTime.isValid() || !now.isValid())
+        return false;
+    const qint64 d = now.toSecsSinceEpoch() - passTime.toSecsSinceEpoch();
+    return d >= -86399 && d <= 604799;
+}
+
+QString VORAComicHomePageView::markForChapter(qint64 isVip, const VORAChapterInfoDTO &chapter, const QDateTime &now)
+{
+    if (isVip == 1 || isVip == 2) {
+        if (chapter.type != 2)
+            return {};
+        return chapter.is_view == 1 ? QStringLiteral("comicbuyed") : QStringLiteral("buyread");
+    }
+    if (isVip == 3)
+        return isChapterSealed(chapter.pass_time, now) ? QStringLiteral("delayread") : QString();
+    return {};
+}
+
+QString VORAComicHomePageView::serialText(qint32 serialStatus)
+{
+    static const QStringList labels = {QStringLiteral("连载中"), QStringLiteral("已完结"), QStringLiteral("暂停更新")};
+    return serialStatus >= 0 && serialStatus < labels.size() ? labels.at(serialStatus) : labels.first();
+}
+
+QDateTime VORAComicHomePageView::now() const
+{
+    return m_clock ? m_clock() : QDateTime::currentDateTimeUtc();
+}
+
+void VORAComicHomePageView::setNowForTesting(std::function<QDateTime()> clock)
+{
+    m_clock = std::move(clock);
+    m_chapterView->setNow(now());
+}
+
+// --- Head ---
+
+QVariantMap VORAComicHomePageView::headInfo() const
+{
+    if (!m_comicInfoDTO)
+        return {};
+    const VORAComicInfoDTO &c = *m_comicInfoDTO;
+    const QString themes = themeNames(c.theme);
+    return {
+        {QStringLiteral("name"), c.name},
+        {QStringLiteral("coverUrl"), c.coverUrl},
+        {QStringLiteral("authorName"), c.authorName},
+        {QStringLiteral("serialText"), serialText(c.serialStatus)},
+        {QStringLiteral("themeText"), themes},
+        {QStringLiteral("serialAndTheme"), serialText(c.serialStatus) + QLatin1Char('/') + themes},
+        {QStringLiteral("clickTotal"), QString::asprintf("%ld", long(c.clickTotal))},
+        {QStringLiteral("tucaoTotal"), QString::asprintf("%ld", long(c.tucaoTotal))},
+        {QStringLiteral("ticketTotal"), QString::asprintf("%ld", long(c.ticketTotal))},
+        {QStringLiteral("commentTotal"), QString::asprintf("%ld", long(c.commentTotal))},
+        {QStringLiteral("description"), c.comicDescription},
+        {QStringLiteral("lastUpdateChapterName"), c.lastUpdateChapterName},
+        {QStringLiteral("lastUpdateTime"),
+         c.lastUpdateTime.isValid() ? c.lastUpdateTime.toLocalTime().toString(QStringLiteral("yyyy-MM-dd")) : QString()},
+        {QStringLiteral("isVip"), c.is_vip},
+        {QStringLiteral("chapterCount"), int(c.chapterList.size())},
+    };
+}
+
+QString VORAComicHomePageView::readButtonImage() const
+{
+    return hasReadHistory() ? QStringLiteral("comichomecontinueread.png") : QStringLiteral("startread.png");
+}
+
+QString VORAComicHomePageView::readButtonPressedImage() const
+{
+    return hasReadHistory() ? QStringLiteral("comichomecontinuereadpressed.png") : QStringLiteral("startreadpressed.png");
+}
+
+QString VORAComicHomePageView::bookshelfButtonImage() const
+{
+    return m_inBookshelf ? QStringLiteral("alreadyaddbookshelf.png") : QStringLiteral("addbookshelf.png");
+}
+
+QString VORAComicHomePageView::bookshelfButtonPressedImage() const
+{
+    return m_inBookshelf ? QStringLiteral("alreadyaddbookshelfpressed.png") : QStringLiteral("addbookshelfpressed.png");
+}
+
+void VORAComicHomePageView::setState(State state)
+{
+    if (m_state == state)
+        return;
+    m_state = state;
+    emit stateChanged();
+}
+
+// --- Opening ---
+
+void VORAComicHomePageView::setComicId(const QString &comicId)
+{
+    ++m_generation;
+    m_service->cancelRequest();
+    m_comicId = comicId;
+    m_comicInfoDTO.reset();
+    m_historyChapterId.clear();
+    m_historyPageId.clear();
+    m_downloadedChapterIds.clear();
+    m_cacheChapter.reset();
+    m_comicChapter_Array.clear();
+    m_purchaseReloadPending = false;
+    m_chapterView->updateDate({}, 0, now());
+    emit comicIdChanged();
+    emit comicInfoChanged();
+    emit readHistoryChanged();
+    initBookshelfAndReadHistory();
+    beginRequestData();
+}
+
+void VORAComicHomePageView::initBookshelfAndReadHistory()
+{
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    const bool inShelf = shelfManager() && shelfManager()->getBookshelfWithComicId(m_comicId).has_value();
+    if (inShelf != m_inBookshelf) {
+        m_inBookshelf = inShelf;
+        emit bookshelfChanged();
+    }
+
+    VORAAppStatus *status = global->appStatus();
+    status->setAppHelpFirstPageCount(status->appHelpFirstPageCount() + 1);
+    global->saveAppStatus();
+
+    // The cache file and the store are read off the main thread.
+    const quint64 generation = m_generation;
+    const QString comicId = m_comicId;
+    QPointer<VORAComicHomePageView> self(this);
+    m_io.start([self, generation, comicId]() {
+        LocalInfo info;
+        info.cached = VORAComicCache::shareComicCacheObj()->getComicWithComicId(comicId);
+        {
+            VORADatabaseManager db;
+            if (const ReadHistoryPtr history = db.getReadHistoryWithComic(comicId)) {
+                info.historyChapterId = history->chapterId();
+                info.historyPageId = history->pageId();
+            }
+            for (const VORADownloadChapterInfoDTO &chapter : db.getDownloadChapterWithComicId(comicId)) {
+                if (chapter.isFinishDownload)
+                    info.downloadedChapterIds.append(chapter.chapterId);
+            }
+        }
+        // The destructor waits for this job, so the object outlives the post.
+        if (self)
+            QMetaObject::invokeMethod(self.data(), [self, generation, info]() {
+                if (self)
+                    self->applyLocalInfo(generation, info);
+            }, Qt::QueuedConnection);
+    });
+}
+
+void VORAComicHomePageView::applyLocalInfo(quint64 generation, const LocalInfo &info)
+{
+    if (generation != m_generation)
+        return; // another comic was opened meanwhile
+    m_historyChapterId = info.historyChapterId;
+    m_historyPageId = info.historyPageId;
+    m_downloadedChapterIds = info.downloadedChapterIds;
+    emit readHistoryChanged();
+    if (!m_comicInfoDTO && info.cached) {
+        // Shown while the request runs; the answer replaces it.
+        applyComicInfo(*info.cached, false);
+    }
+    emit localInfoLoaded();
+}
+
+void VORAComicHomePageView::beginRequestData()
+{
+    if (m_comicId.isEmpty())
+        return;
+    setState(Waiting);
+    m_service->cancelRequest();
+    m_service->comicId = m_comicId;
+    m_service->asynchronousRequestWithDelegate(this);
+}
+
+void VORAComicHomePageView::requestDidFinishWithService(VORAHttpBaseWebService *service, const NetError *error)
+{
+    if (service == m_buyService) {
+        handleBuyAnswer(error);
+        return;
+    }
+    if (service == m_autoLoginService) {
+        if (!error && m_autoLoginService->data) {
+            VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+            if (global->user()->isLogin()) {
+                VORAAccountFiller::applyAutoLoginAnswer(*global->user(), *m_autoLoginService->data);
+                global->saveUser();
+                NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::userViewPostInfo));
+            }
+        }
+        return;
+    }
+    if (service != m_service)
+        return;
+    if (error) {
+        qCWarning(lcCatalogue) << "comic" << m_comicId << "request failed:" << error->localizedDescription;
+        setState(Failed);
+        m_autoLoginService->cancelRequest();
+        m_autoLoginService->buildVersion = VORASystemConfig::buildVersion();
+        m_autoLoginService->asynchronousRequestWithDelegate(this);
+        m_purchaseReloadPending = false;
+        emit requestFailed();
+        return;
+    }
+    if (!m_service->data) {
+        // Not an answer object: the wait view stays until a retry.
+        qCWarning(lcCatalogue) << "comic" << m_comicId << "answer is not a JSON object";
+        emit answered();
+        return;
+    }
+    if (!m_service->data->value(QStringLiteral("comic")).isObject()) {
+        qCWarning(lcCatalogue) << "comic" << m_comicId << "refused:" << VORAUtility::jsonString(m_service->data->value(QStringLiteral("message")));
+        setState(Failed);
+        emit requestFailed();
+        return;
+    }
+    const VORAComicInfoDTO comic = VORAComicInfoDTO::parseData(*m_service->data, m_comicId);
+    applyComicInfo(comic, true);
+    setState(Shown);
+    emit answered();
+
+    if (m_purchaseReloadPending) {
+        m_purchaseReloadPending = false;
+        if (m_buyType == 1) {
+            VORAUtility::requestAlertMessage(QStringLiteral("章节购买成功"), tipTitle, boughtAlertTag,
+                                             QStringLiteral("暂时等等"), QStringLiteral("进去阅读"), this);
+        } else {
+            VORAUtility::requestAtlerMessage(QStringLiteral("购买成功"), tipTitle, nullptr);
+        }
+        m_buyType = -1;
+    }
+}
+
+void VORAComicHomePageView::applyComicInfo(const VORAComicInfoDTO &comic, bool fromServer)
+{
+    m_comicInfoDTO = comic;
+    if (fromServer) {
+        VORAComicInfoDTO copy = comic;
+        m_io.start([copy]() { VORAComicCache::shareComicCacheObj()->cacheComic(copy); });
+
+        // The shelf entry follows the fresh information.
+        if (VORABookShelfManager *manager = shelfManager()) {
+            if (std::optional<VORABookShelf> entry = manager->getBookshelfWithComicId(m_comicId)) {
+                VORABookShelf updated = *entry;
+                updated.comicName = comic.name;
+                updated.coverUrl = comic.coverUrl;
+                updated.nameFirstletter = comic.nameFirstLetter;
+                updated.latestUpdateChapterId = comic.lastUpdateChapterId;
+                updated.latestUpdateChapterName = comic.lastUpdateChapterName;
+                if (!(updated == *entry))
+                    manager->updateBookshelf(updated);
+            }
+        }
+    }
+    const QSet<QString> downloaded(m_downloadedChapterIds.cbegin(), m_downloadedChapterIds.cend());
+    QList<VORAChapterView::Row> rows;
+    rows.reserve(comic.chapterList.size());
+    for (const VORAChapterInfoDTO &chapter : comic.chapterList)
+        rows.append({chapter, downloaded.contains(chapter.chapterId)});
+    m_chapterView->updateDate(rows, comic.is_vip, now());
+    refreshHeadInf();
+}
+
+void VORAComicHomePageView::refreshHeadInf()
+{
+    emit comicInfoChanged();
+}
+
+// --- Reading ---
+
+const VORAChapterInfoDTO *VORAComicHomePageView::chapterWithId(const QString &chapterId) const
+{
+    if (!m_comicInfoDTO)
+        return nullptr;
+    const VORAChapterInfoDTO *found = nullptr;
+    for (const VORAChapterInfoDTO &c : m_comicInfoDTO->chapterList) {
+        if (c.chapterId == chapterId)
+            found = &c; // the last one when several match
+    }
+    return found;
+}
+
+VORAComicHomePageView::Access VORAComicHomePageView::accessForChapter(const VORAChapterInfoDTO &chapter,
+                                                                        bool fromReadButton)
+{
+    if (chapter.is_view != 0)
+        return Access::Open;
+    const qint64 isVip = m_comicInfoDTO ? m_comicInfoDTO->is_vip : 0;
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    const VORAUser *user = global->user();
+    const bool fromAppStore = global->appStatus()->fromAppStore() == 1;
+
+    if (isVip == 3) {
+        if (!isChapterSealed(chapter.pass_time, now()))
+            return Access::Open;
+        if (!user->isLogin())
+            return Access::SignIn;
+        if (user->vipUser() == QLatin1String("1"))
+            return Access::Open;
+        if (fromReadButton) {
+            VORAUtility::requestAtlerMessage(
+                fromAppStore ? QStringLiteral("本章节是VIP章节，苹果支付功能正在研发中……")
+                             : QStringLiteral("本章节是VIP章节，VIP用户可以立即阅读。请前去网站充值，苹果支付功能正在研发中……"),
+                reminderTitle, nullptr);
+            return Access::Message;
+        }
+        if (fromAppStore)
+            return Access::Nothing;
+        VORAUtility::requestAlertMessage(
+            QStringLiteral("即将阅读的VIP章节暂时被封印啦,7天后解封,成为Quorin会员即刻解封哦~"), tipTitle, sealAlertTag,
+            QStringLiteral("取消"), QStringLiteral("成为VIP"), this);
+        return Access::SealAlert;
+    }
+    if (isVip == 1 || isVip == 2) {
+        if (chapter.type != 2)
+            return Access::Open;
+        if (chapter.buyed == -1)
+            return Access::SignIn;
+        if (chapter.buyed != 0 || chapter.price == 0)
+            return Access::Open;
+        if (fromReadButton) {
+            VORAUtility::requestAtlerMessage(
+                fromAppStore ? QStringLiteral("本章节是付费章节，苹果支付功能正在研发中……")
+                             : QStringLiteral("：阅读本章节需要消费36quorin币，您当前的quorin币余额为0quorin币。请前去网站充值，苹果支付功能正在研发中……"),
+                reminderTitle, nullptr);
+            return Access::Message;
+        }
+        if (fromAppStore)
+            return Access::Nothing;
+        const qint64 coins = user->userCoin();
+        if (coins >= chapter.price) {
+            m_buyComicOrBuyVipType = 0;
+            if (!m_comicChapter_Array.contains(chapter.chapterId))
+                m_comicChapter_Array.append(chapter.chapterId);
+            VORAUtility::requestCoinAlertMessage(QString::asprintf("购买此章节需要%dquorin币", int(chapter.price)),
+                                                 tipTitle, coinAlertTag, this);
+            return Access::CoinAlert;
+        }
+        m_buyComicOrBuyVipType = 2;
+        VORAUtility::requestAlertMessage(
+            QString::asprintf("该章节为付费章节哦!请购买后进行阅读!阅读本章节需要%d个quorin币,您当前quorin币余额为%d,余额不足,请充值!",
+                              int(chapter.price), int(coins)),
+            tipTitle, notEnoughCoinsTag, QStringLiteral("拒绝"), QStringLiteral("购买"), this);
+        return Access::NotEnoughCoins;
+    }
+    return Access::Open;
+}
+
+void VORAComicHomePageView::readCurrentChapterAtRow(int row)
+{
+    const VORAChapterView::Row *r = m_chapterView->rowAt(row);
+    if (!r)
+        return;
+    const VORAChapterInfoDTO chapter = r->chapter;
+    readCurrentChapter(chapter);
+}
+
+VORAComicHomePageView::Access VORAComicHomePageView::readCurrentChapter(const VORAChapterInfoDTO &chapter)
+{
+    m_cacheChapter = chapter;
+    m_comicChapter_Array.clear();
+    const Access access = accessForChapter(chapter, false);
+    if (access == Access::Open)
+        openReader(chapter.chapterId, kFirstPage);
+    else if (access == Access::SignIn)
+        sendToSignIn();
+    return access;
+}
+
+void VORAComicHomePageView::readComicBtnClick()
+{
+    if (!m_comicInfoDTO || m_comicInfoDTO->chapterList.isEmpty())
+        return;
+    const VORAChapterInfoDTO *chapter = nullptr;
+    QString pageId = kFirstPage;
+    if (hasReadHistory()) {
+        chapter = chapterWithId(m_historyChapterId);
+        if (chapter && !m_historyPageId.isEmpty())
+            pageId = m_historyPageId;
+    }
+    if (!chapter) {
+        chapter = &m_comicInfoDTO->chapterList.first();
+        pageId = kFirstPage;
+    }
+    const VORAChapterInfoDTO target = *chapter;
+    m_cacheChapter = target;
+    m_comicChapter_Array.clear();
+    const Access access = accessForChapter(target, true);
+    if (access == Access::SignIn) {
+        sendToSignIn();
+        return;
+    }
+    if (access != Access::Open)
+        return;
+    openReader(target.chapterId, pageId);
+    if (m_historyChapterId != target.chapterId) {
+        // The button now offers to continue.
+        m_historyChapterId = target.chapterId;
+        m_historyPageId = pageId;
+        emit readHistoryChanged();
+    }
+}
+
+void VORAComicHomePageView::sendToSignIn()
+{
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    global->user()->setUserViewJumpType(1);
+    global->user()->setUserViewJumpIsTopupType(2);
+    global->saveUser();
+    emit signInRequested();
+}
+
+void VORAComicHomePageView::openReader(const QString &chapterId, const QString &pageId)
+{
+    qCInfo(lcCatalogue) << "read comic" << m_comicId << "chapter" << chapterId << "page" << pageId;
+    emit readRequested(m_comicId, chapterId, pageId);
+}
+
+// --- Bookshelf ---
+
+void VORAComicHomePageView::addBookShelfBtnClick()
+{
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    if (!global->user()->isLogin()) {
+        sendToSignIn();
+        return;
+    }
+    if (!m_comicInfoDTO)
+        return;
+    VORABookShelfManager *manager = shelfManager();
+    if (!manager) {
+        qCWarning(lcCatalogue) << "no bookshelf manager";
+        return;
+    }
+    if (std::optional<VORABookShelf> entry = manager->getBookshelfWithComicId(m_comicId)) {
+        manager->deleteBookshelf(*entry);
+        m_inBookshelf = false;
+    } else {
+        const VORAComicInfoDTO &c = *m_comicInfoDTO;
+        VORABookShelf added;
+        added.comicId = m_comicId;
+        added.comicName = c.name;
+        added.coverUrl = c.coverUrl;
+        added.nameFirstletter = c.nameFirstLetter;
+        added.latestUpdateChapterId = c.lastUpdateChapterId;
+        added.latestUpdateChapterName = c.lastUpdateChapterName;
+        added.latestReadChapterId = m_historyChapterId;
+        if (const VORAChapterInfoDTO *read = chapterWithId(m_historyChapterId))
+            added.latestReadChapterName = read->name;
+        added.updateTime = c.lastUpdateTime.isValid() ? c.lastUpdateTime : QDateTime::currentDateTimeUtc();
+        added.adddateTime = QDateTime::currentDateTimeUtc();
+        added.isNotRead = m_historyChapterId.isEmpty();
+        manager->addBookshelf(added);
+        m_inBookshelf = true;
+    }
+    emit bookshelfChanged();
+}
+
+// --- Dialogs and purchases ---
+
+void VORAComicHomePageView::alertView(int tag, int buttonIndex)
+{
+    switch (tag) {
+    case sealAlertTag:
+        if (buttonIndex == 1)
+            emit topUpRequested(1); // become a member
+        break;
+    case notEnoughCoinsTag:
+    case notEnoughForComicTag:
+        if (buttonIndex == 1)
+            emit topUpRequested(2); // top up coins
+        break;
+    case coinAlertTag:
+        if (buttonIndex == 1) {
+            QStringList ids = m_comicChapter_Array;
+            if (ids.isEmpty() && m_cacheChapter)
+                ids.append(m_cacheChapter->chapterId);
+            buyChapters(ids, 1);
+        } else if (buttonIndex == 2 && m_comicInfoDTO) {
+            qint64 total = 0;
+            for (const VORAChapterInfoDTO &c : m_comicInfoDTO->chapterList) {
+                if (c.buyed == 0)
+                    total += c.price;
+            }
+            const qint64 coins = VORAAppGlobalData::shareAppGlobalData()->user()->userCoin();
+            // Equal coins buy one chapter but not the whole comic.
+            if (coins <= total) {
+                VORAUtility::requestAlertMessage(
+                    QString::asprintf("购买本书需要%d个quorin币,您当前的quorin币为%d,余额不足,请充值!", int(total), int(coins)),
+                    tipTitle, notEnoughForComicTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
+            } else {
+                VORAUtility::requestAlertMessage(QString::asprintf("购买本书需要%d个quorin币", int(total)), tipTitle,
+                                                 buyComicAlertTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
+            }
+        }
+        break;
+    case buyComicAlertTag:
+        if (buttonIndex == 1 && m_comicInfoDTO) {
+            QStringList ids;
+            for (const VORAChapterInfoDTO &c : m_comicInfoDTO->chapterList) {
+                if (c.buyed == 0 && c.type == 2)
+                    ids.append(c.chapterId);
+            }
+            buyChapters(ids, 0);
+        }
+        break;
+    case boughtAlertTag:
+        if (buttonIndex == 1 && !m_boughtChapterId.isEmpty())
+            openReader(m_boughtChapterId, kFirstPage);
+        break;
+    default:
+        break;
+    }
+}
+
+void VORAComicHomePageView::buyChapters(const QStringList &chapterIds, int buyType)
+{
+    if (chapterIds.isEmpty() || m_comicId.isEmpty())
+        return;
+    m_buyType = buyType;
+    m_buyService->cancelRequest();
+    m_buyService->comicId = m_comicId;
+    m_buyService->chapterArray = chapterIds;
+    VORAUtility::showLoadingViewWithParentView(this, QStringLiteral("购买中"));
+    m_buyService->asynchronousRequestWithDelegate(this);
+}
+
+void VORAComicHomePageView::handleBuyAnswer(const NetError *error)
+{
+    VORAUtility::hideLoadingViewWithParentView(this);
+    const QStringList bought = m_buyService->chapterArray;
+    m_comicChapter_Array.clear();
+    if (error) {
+        qCWarning(lcCatalogue) << "purchase failed:" << error->localizedDescription;
+        VORAUtility::requestAtlerMessage(QStringLiteral("购买失败"), tipTitle, nullptr);
+        emit purchaseFinished(false);
+        return;
+    }
+    const QJsonObject answer = m_buyService->data.value_or(QJsonObject());
+    if (VORAUtility::jsonInteger(answer.value(QStringLiteral("code"))) != 1) {
+        qCWarning(lcCatalogue) << "purchase answer without success code";
+        emit purchaseFinished(false);
+        return;
+    }
+    const QJsonObject data = VORAUtility::jsonObject(answer.value(QStringLiteral("data")));
+    if (VORAUtility::jsonInteger(data.value(QStringLiteral("stateCode"))) != 1) {
+        VORAUtility::requestAtlerMessage(VORAUtility::jsonString(data.value(QStringLiteral("message"))), tipTitle, nullptr);
+        emit purchaseFinished(false);
+        return;
+    }
+
+    NotificationCenter::defaultCenter().post(
+        QStringLiteral("BuySuccessPost"), this,
+        {{QStringLiteral("comicId"), m_comicId}, {QStringLiteral("chapters"), bought}});
+
+    // The coins the site took: the price of every chapter asked for.
+    qint64 cost = 0;
+    if (m_comicInfoDTO) {
+        for (const VORAChapterInfoDTO &c : m_comicInfoDTO->chapterList) {
+            if (bought.contains(c.chapterId))
+                cost += c.price;
+        }
+    }
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    global->user()->setUserCoin(global->user()->userCoin() - cost);
+    global->saveUser();
+
+    m_boughtChapterId = bought.value(0);
+    m_purchaseReloadPending = true;
+    beginRequestData();
+    emit purchaseFinished(true);
+}
+
+// --- Layout ---
+
+void VORAComicHomePageView::comicHomePageToOrientation(bool landscape)
+{
+    if (m_landscape == landscape)
+        return;
+    m_landscape = landscape;
+    emit orientationChanged();
+}
+
+void VORAComicHomePageView::close()
+{
+    ++m_generation;
+    m_service->cancelRequest();
+    emit removeComicHomePage();
+}

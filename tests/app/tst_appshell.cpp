@@ -1,0 +1,381 @@
+// The app in a real offscreen window against the in-process reference site:
+// welcome pages on the first launch only, the rating prompt on the 20th,
+// the feed's tabs, failure panel and retry through the QML, the buttons, the
+// detail overlay under the settings panel, the start-up without network,
+// rotation and the screenshots of the feed.
+
+#include "QuorinSite.h"
+#include "QuorinSiteFaults.h"
+#include "TestHome.h"
+#include "VORAAppDelegate.h"
+#include "VORAFeedScreenshot.h"
+#include "VORAOverlayLayer.h"
+#include "VORARootViewController.h"
+#include "WelcomeViewController.h"
+#include "catalogue/VORANetWorkNoLinking.h"
+#include "catalogue/VORARecommentView.h"
+#include "core/VORAAppGlobalData.h"
+#include "core/VORANotificationNames.h"
+#include "platform/NotificationCenter.h"
+
+#include <QDir>
+#include <QImage>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTest>
+#include <QUrlQuery>
+
+#include <memory>
+
+namespace {
+const QString listPath = QStringLiteral("ios/pad/list.php");
+const QString autoLoginPath = QStringLiteral("v3/app/ios/pad/member/autologin");
+const QString versionPath = QStringLiteral("v3/app/ios/pad/version/newVersion");
+}
+
+// One start of the app: the overlay layer and the delegate after its launch.
+struct Launch
+{
+    std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
+    std::unique_ptr<VORAAppDelegate> delegate;
+
+    Launch(bool window, QSize size = QSize(1024, 768))
+    {
+        delegate = std::make_unique<VORAAppDelegate>(layer.get());
+        delegate->setShowsWindow(window);
+        delegate->setInitialSize(size.width(), size.height());
+        delegate->didFinishLaunching();
+    }
+    ~Launch()
+    {
+        delegate.reset();
+        layer.reset();
+    }
+    VORARootViewController *root() const { return delegate->rootViewController(); }
+    VORARecommentView *feed() const { return root()->recommentView(); }
+    QQuickWindow *window() const { return delegate->window(); }
+    // Searches the visual tree (delegates are not QObject children of their views).
+    QQuickItem *item(const QString &name) const
+    {
+        if (!window())
+            return nullptr;
+        QList<QQuickItem *> queue{window()->contentItem()};
+        while (!queue.isEmpty()) {
+            QQuickItem *it = queue.takeFirst();
+            if (it->objectName() == name)
+                return it;
+            queue.append(it->childItems());
+        }
+        return nullptr;
+    }
+    bool click(const QString &name) const
+    {
+        QQuickItem *it = item(name);
+        if (!it || !it->isVisible())
+            return false;
+        const QPointF centre = it->mapToScene(QPointF(it->width() / 2, it->height() / 2));
+        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
+        return true;
+    }
+};
+
+class TestAppShell : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void welcomePagesOnTheFirstLaunchOnly();
+    void ratingPromptOnThe20thLaunchOnly_data();
+    void ratingPromptOnThe20thLaunchOnly();
+    void tabsInTheWindowSendTheirWireValues();
+    void failedRequestShowsThePanelAndRetryRecovers();
+    void currentButtonDoesNothingAndSettingsKeepTheDetail();
+    void startWithoutNetwork();
+    void signInAndVersionCheckAtStart();
+    void rotationAndScreenshots();
+
+private:
+    void useClosedPort();
+    TestHome m_home;
+    std::unique_ptr<QuorinSite> m_site;
+    QTcpServer m_closed;
+};
+
+void TestAppShell::initTestCase()
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions{m_home.filePath(QStringLiteral("site"))});
+    QVERIFY(m_site->listen() != 0);
+    qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
+}
+
+void TestAppShell::cleanup()
+{
+    m_site->faults().clear();
+    qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
+}
+
+void TestAppShell::useClosedPort()
+{
+    QVERIFY(m_closed.listen(QHostAddress::LocalHost));
+    const quint16 port = m_closed.serverPort();
+    m_closed.close();
+    qputenv("QUORIN_API_BASE", QByteArrayLiteral("http://127.0.0.1:") + QByteArray::number(port) + '/');
+}
+
+void TestAppShell::welcomePagesOnTheFirstLaunchOnly()
+{
+    // Must run first: the app home is fresh.
+    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->appStatus()->appOpenCount(), 0);
+    {
+        Launch first(true);
+        QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->appStatus()->appOpenCount(), 1);
+        WelcomeViewController *welcome = first.root()->welcomeView();
+        QVERIFY(welcome);
+        QCOMPARE(welcome->tag(), 4733801);
+        QCOMPARE(welcome->pages(), (QStringList{"welcome0", "welcome1", "welcome2", "welcome3", "welcome4"}));
+        QQuickItem *view = first.item(QStringLiteral("welcomeView"));
+        QVERIFY(view);
+        QTRY_VERIFY(view->isVisible());
+
+        // Rotation swaps the pictures.
+        first.window()->resize(768, 1024);
+        QTRY_VERIFY(!first.root()->isLandscape());
+        QCOMPARE(welcome->pages().first(), QStringLiteral("uprightwelcome0"));
+        first.window()->resize(1024, 768);
+        QTRY_VERIFY(first.root()->isLandscape());
+
+        // A tap on a picture page does nothing; the last page closes the view.
+        QVERIFY(first.click(QStringLiteral("welcomeView")));
+        QVERIFY(first.root()->welcomeView());
+        QQuickItem *pages = first.item(QStringLiteral("welcomePages"));
+        QVERIFY(pages);
+        QMetaObject::invokeMethod(pages, "positionViewAtEnd");
+        QTRY_VERIFY(first.item(QStringLiteral("welcomePage316323")));
+        QVERIFY(first.click(QStringLiteral("welcomePage316323")));
+        QTRY_VERIFY(!first.root()->welcomeView());
+        QTRY_VERIFY(!view->isVisible());
+    }
+    Launch second(true);
+    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->loadAppStatus()->appOpenCount(), 2);
+    QVERIFY(!second.root()->welcomeView());
+    QVERIFY(!second.item(QStringLiteral("welcomeView"))->isVisible());
+}
+
+void TestAppShell::ratingPromptOnThe20thLaunchOnly_data()
+{
+    QTest::addColumn<int>("launch");
+    QTest::newRow("19th") << 19;
+    QTest::newRow("20th") << 20;
+    QTest::newRow("21st") << 21;
+    QTest::newRow("40th") << 40;
+}
+
+void TestAppShell::ratingPromptOnThe20thLaunchOnly()
+{
+    QFETCH(int, launch);
+    VORAAppGlobalData::shareAppGlobalData()->appStatus()->setAppOpenCount(launch - 1);
+    Launch app(false);
+    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->loadAppStatus()->appOpenCount(), launch);
+    const QString question = QStringLiteral("你喜欢这个应用吗？");
+    const bool prompted = app.layer->alertMessages().contains(question);
+    QCOMPARE(prompted, launch == 20);
+    if (!prompted)
+        return;
+    const QVariantMap alert = app.layer->alerts().at(app.layer->alertMessages().indexOf(question)).toMap();
+    QCOMPARE(alert.value("title").toString(), QStringLiteral("温馨提醒"));
+    QCOMPARE(alert.value("buttons").toStringList(), (QStringList{QStringLiteral("喜欢"), QStringLiteral("不喜欢")}));
+    QCOMPARE(app.delegate->alertType(), 1);
+    QSignalSpy opened(app.delegate.get(), &VORAAppDelegate::openUrlRequested);
+    app.layer->answerAlert(alert.value("alertId").toInt(), 0); // "like" opens the app's page
+    QCOMPARE(opened.size(), 1);
+}
+
+void TestAppShell::tabsInTheWindowSendTheirWireValues()
+{
+    Launch app(true);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("cell0")), 10000);
+    QCOMPARE(app.root()->currentTag(), 100);
+    QQuickItem *marker = app.item(QStringLiteral("tabMarker"));
+    QVERIFY(marker);
+
+    struct Row { int tag; const char *argname; const char *argval; const char *con; };
+    const Row rows[] = {{2001, "sort", "20", ""}, {2002, "serial", "0", "2"}, {2003, "serial", "1", "2"},
+                        {2000, "sort", "7", ""}};
+    for (const Row &row : rows) {
+        const int before = m_site->requestCount(listPath);
+        QSignalSpy answered(app.feed(), &VORARecommentView::answered);
+        QVERIFY(app.click(QStringLiteral("tab%1").arg(row.tag)));
+        QCOMPARE(app.feed()->curTag(), row.tag);
+        QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 1, 10000);
+        QCOMPARE(m_site->requestCount(listPath), before + 1);
+        const QUrlQuery query(QString::fromUtf8(m_site->lastRequest(listPath).query));
+        QCOMPARE(query.queryItemValue(QStringLiteral("argname")), QString::fromLatin1(row.argname));
+        QCOMPARE(query.queryItemValue(QStringLiteral("argval")), QString::fromLatin1(row.argval));
+        QCOMPARE(query.queryItemValue(QStringLiteral("con")), QString::fromLatin1(row.con));
+        QTRY_COMPARE(marker->x(), (row.tag - 2000) * 114.1 + 50.1);
+    }
+    // The grid draws ceil(n / 3) rows of three.
+    QVERIFY(app.item(QStringLiteral("cell2")));
+}
+
+void TestAppShell::failedRequestShowsThePanelAndRetryRecovers()
+{
+    Launch app(true);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("cell0")), 10000);
+    QQuickItem *panel = app.item(QStringLiteral("noNetwork8888"));
+    QVERIFY(panel);
+    QVERIFY(!panel->isVisible());
+
+    m_site->faults().setDropMidBody(listPath);
+    QVERIFY(app.click(QStringLiteral("tab2001")));
+    QTRY_VERIFY_WITH_TIMEOUT(panel->isVisible(), 10000);
+    QQuickItem *text = app.item(QStringLiteral("noNetworkText"));
+    QCOMPARE(text->property("text").toString(), QStringLiteral("请求服务器失败，网络信号不是太好哟~"));
+    QVERIFY(app.item(QStringLiteral("cell0"))); // the grid keeps its comics underneath
+
+    m_site->faults().clear();
+    const int before = m_site->requestCount(listPath);
+    QVERIFY(app.click(QStringLiteral("retryButton")));
+    QTRY_VERIFY_WITH_TIMEOUT(!panel->isVisible() && !app.feed()->isLoading(), 10000);
+    QCOMPARE(m_site->requestCount(listPath), before + 1);
+    const QUrlQuery query(QString::fromUtf8(m_site->lastRequest(listPath).query));
+    QCOMPARE(query.queryItemValue(QStringLiteral("argval")), QStringLiteral("20"));
+}
+
+void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
+{
+    Launch app(true);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("cell0")), 10000);
+    VORARecommentView *feed = app.feed();
+    const int requests = m_site->requestCount(listPath);
+    QSignalSpy switched(app.root(), &VORARootViewController::currentChanged);
+
+    // Only the buttons whose screens exist are there.
+    QVERIFY(app.item(QStringLiteral("button100")));
+    QVERIFY(app.item(QStringLiteral("button108")));
+    QVERIFY(!app.item(QStringLiteral("button105")));
+    app.root()->switchView(105); // no screen in this build: nothing happens
+    QCOMPARE(app.root()->currentTag(), 100);
+
+    QVERIFY(app.click(QStringLiteral("button100")));
+    QCOMPARE(switched.size(), 0);
+    QCOMPARE(app.feed(), feed);
+    QCOMPARE(m_site->requestCount(listPath), requests);
+
+    // A comic opens the detail overlay; the banner pauses under it.
+    QVERIFY(app.click(QStringLiteral("cell0")));
+    QCOMPARE(app.root()->comicDetail().value("tag").toInt(), 300000);
+    QCOMPARE(app.root()->comicDetail().value("comicId").toString(), feed->recommentArray().at(0).comicId);
+    QVERIFY(!feed->isStop());
+    QQuickItem *detail = app.item(QStringLiteral("comicDetail300000"));
+    QTRY_VERIFY(detail->isVisible());
+    QCOMPARE(app.item(QStringLiteral("detailName"))->property("text").toString(), feed->recommentArray().at(0).comicName);
+    // A second tap reuses it.
+    feed->touchImageView(1);
+    QCOMPARE(app.root()->comicDetail().value("comicId").toString(), feed->recommentArray().at(1).comicId);
+
+    // Settings open over the detail and keep it.
+    QVERIFY(app.click(QStringLiteral("button108")));
+    QVERIFY(app.root()->settingsOpen());
+    QVERIFY(app.root()->hasComicDetail());
+    QCOMPARE(app.root()->dimmingAlpha(), 0.6);
+    QTRY_VERIFY(app.item(QStringLiteral("settingsPanel"))->isVisible());
+    QVERIFY(app.click(QStringLiteral("closeSettings")));
+    QVERIFY(!app.root()->settingsOpen());
+    QCOMPARE(app.root()->dimmingAlpha(), 0.0);
+    QVERIFY(app.root()->hasComicDetail());
+
+    QTRY_VERIFY(!app.item(QStringLiteral("dimming777777"))->isVisible()); // faded out
+    // The feed's button closes the detail even though the screen does not switch.
+    QVERIFY(app.click(QStringLiteral("button100")));
+    QVERIFY(!app.root()->hasComicDetail());
+    QVERIFY(feed->isStop());
+    QTRY_VERIFY(!detail->isVisible());
+    QCOMPARE(switched.size(), 0);
+    QCOMPARE(m_site->requestCount(listPath), requests);
+}
+
+void TestAppShell::startWithoutNetwork()
+{
+    useClosedPort();
+    const int logins = m_site->requestCount(autoLoginPath);
+    const int versions = m_site->requestCount(versionPath);
+    int posted = 0;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer, QString::fromLatin1(VORANotificationNames::userViewPostInfo),
+                                                    [&](const Notification &) { ++posted; });
+    Launch app(false);
+    QCOMPARE(posted, 1);
+    QVERIFY(app.layer->progressVisible());
+    QVERIFY(!app.layer->progressBlocking());
+    QCOMPARE(app.layer->progressText(), QStringLiteral("网络断开，检查网络设置"));
+    QCOMPARE(app.feed()->noNetwork()->text(), QStringLiteral("网络死掉了，请揉捏客户端或刷新重试"));
+    QVERIFY(app.feed()->noNetwork()->isVisible());
+    QTRY_VERIFY(!app.layer->progressVisible()); // gone after its 2 seconds
+    QCOMPARE(m_site->requestCount(autoLoginPath), logins);
+    QCOMPARE(m_site->requestCount(versionPath), versions);
+}
+
+void TestAppShell::signInAndVersionCheckAtStart()
+{
+    const int logins = m_site->requestCount(autoLoginPath);
+    const int versions = m_site->requestCount(versionPath);
+    int posted = 0;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer, QString::fromLatin1(VORANotificationNames::userViewPostInfo),
+                                                    [&](const Notification &) { ++posted; });
+    // A stored key that the site does not know: the answer signs the user out.
+    VORAAppGlobalData::shareAppGlobalData()->user()->setKey(QStringLiteral("stale-key"));
+    VORAAppGlobalData::shareAppGlobalData()->user()->setNickName(QStringLiteral("someone"));
+    Launch app(false);
+    QTRY_COMPARE_WITH_TIMEOUT(posted, 1, 10000);
+    QCOMPARE(m_site->requestCount(autoLoginPath), logins + 1);
+    QTRY_COMPARE_WITH_TIMEOUT(m_site->requestCount(versionPath), versions + 1, 10000);
+    QVERIFY(QString::fromUtf8(m_site->lastRequest(autoLoginPath).query).contains(QLatin1String("key=stale-key")));
+    QVERIFY(!VORAAppGlobalData::shareAppGlobalData()->user()->isLogin());
+    QVERIFY(VORAAppGlobalData::shareAppGlobalData()->user()->nickName().isEmpty());
+    QVERIFY(!VORAAppGlobalData::shareAppGlobalData()->loadUser()->isLogin());
+}
+
+void TestAppShell::rotationAndScreenshots()
+{
+    const bool intoSources = qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") == 1;
+    const QString dir = intoSources ? QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots") : m_home.filePath(QStringLiteral("shots"));
+
+    Launch app(true);
+    int orientationPosts = 0;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer,
+                                                    QString::fromLatin1(VORANotificationNames::changeApplicationToOrientaion),
+                                                    [&](const Notification &) { ++orientationPosts; });
+    app.feed()->setTimerInterval(600000); // the banner stays on its first page for the pictures
+    struct Shot { QSize size; const char *name; bool landscape; };
+    for (const Shot &shot : {Shot{{1024, 768}, "feed-landscape.png", true}, Shot{{768, 1024}, "feed-portrait.png", false}}) {
+        app.window()->resize(shot.size);
+        QTRY_COMPARE(app.root()->isLandscape(), shot.landscape);
+        QCOMPARE(app.feed()->isLandscape(), shot.landscape);
+        VORAFeedScreenshot grabber(app.window(), app.root(), dir + QLatin1Char('/') + QLatin1String(shot.name));
+        QSignalSpy saved(&grabber, &VORAFeedScreenshot::saved);
+        grabber.start();
+        QTRY_COMPARE_WITH_TIMEOUT(saved.size(), 1, 40000);
+        QVERIFY(saved.at(0).at(1).toBool());
+        const QImage image(saved.at(0).at(0).toString());
+        QCOMPARE(image.size(), shot.size);
+        // Not a blank frame: the grid's cells are drawn.
+        QSet<QRgb> colours;
+        for (int y = 0; y < image.height(); y += 37)
+            for (int x = 0; x < image.width(); x += 41)
+                colours.insert(image.pixel(x, y));
+        QVERIFY(colours.size() > 50);
+    }
+    QCOMPARE(orientationPosts, 1);
+}
+
+QTEST_MAIN(TestAppShell)
+#include "tst_appshell.moc"

@@ -15,7 +15,8 @@ class SiteRequestLog;
 
 struct QuorinSiteOptions
 {
-    QString dataDir;          // SQLite state and the image cache live here (created when missing)
+    QString dataDir;          // SQLite state and the image cache (created when missing; empty: a
+                              // private temporary directory removed with the site)
     quint32 seed = 1;         // the demo catalogue is a pure function of the seed
     bool logRequests = false; // one "quorin.site" info line per request
 };

@@ -19,6 +19,7 @@
 #include <QDir>
 #include <QJsonArray>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 SiteEngine::SiteEngine(const QuorinSiteOptions &options, QuorinSiteFaults *faults, SiteRequestLog *log)
     : m_options(options), m_faults(faults), m_log(log)
@@ -31,13 +32,22 @@ SiteEngine::~SiteEngine()
     m_http = nullptr;
     delete m_images;
     m_images = nullptr;
+    m_context.reset();
+    m_db.reset(); // closes the database before a temporary data directory goes
 }
 
 bool SiteEngine::start()
 {
     QString dir = m_options.dataDir;
-    if (dir.isEmpty())
-        dir = QDir::temp().filePath(QStringLiteral("quorin-site"));
+    if (dir.isEmpty()) {
+        // No data directory given: a private temporary one, removed with the site.
+        m_tempDir = std::make_unique<QTemporaryDir>();
+        if (!m_tempDir->isValid()) {
+            qCWarning(lcSite) << "cannot create a temporary data directory";
+            return false;
+        }
+        dir = m_tempDir->path();
+    }
     if (!QDir().mkpath(dir)) {
         qCWarning(lcSite) << "cannot create the data directory" << dir;
         return false;

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class QTemporaryDir;
 class QuorinSiteFaults;
 class SiteAccountApi;
 class SiteCatalogue;
@@ -43,6 +44,7 @@ private:
     QuorinSiteFaults *m_faults;
     SiteRequestLog *m_log;
     QString m_fallbackBase;
+    std::unique_ptr<QTemporaryDir> m_tempDir;
     std::unique_ptr<SiteDatabase> m_db;
     std::unique_ptr<SiteCatalogue> m_catalogue;
     std::unique_ptr<SiteContext> m_context;

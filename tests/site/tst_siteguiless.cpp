@@ -1,5 +1,6 @@
-// Other suites may run the site under a plain QCoreApplication: pages are then
-// drawn without text (fonts need a QGuiApplication) but are still whole images.
+// Other suites may run the site under a plain QCoreApplication and without a
+// data directory: pages are then drawn without text (fonts need a
+// QGuiApplication) but are still whole images.
 #include "QuorinSite.h"
 #include "SiteTestClient.h"
 
@@ -18,9 +19,7 @@ private slots:
 void TestSiteGuiless::imagesWithoutAGuiApplication()
 {
     QVERIFY(!QCoreApplication::instance()->inherits("QGuiApplication"));
-    QTemporaryDir dir;
-    QuorinSiteOptions options;
-    options.dataDir = dir.path();
+    QuorinSiteOptions options; // no data directory: the site makes a private temporary one
     QuorinSite site(options);
     QVERIFY(site.listen());
     SiteTestClient client(site.baseUrl());

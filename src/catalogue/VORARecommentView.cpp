@@ -62,6 +62,8 @@ QVariantList VORARecommentView::comics() const
             {QStringLiteral("comicAuthor"), c.comicAuthor},
             {QStringLiteral("comicCover"), c.comicCover},
             {QStringLiteral("comicClickTotal"), c.comicClickTotal},
+            {QStringLiteral("comicDescription"), c.comicDescription},
+            {QStringLiteral("clickText"), clickText(c.comicClickTotal)},
             {QStringLiteral("badge"), accreditBadge(c.comicAccredit)},
         });
     }
@@ -88,6 +90,17 @@ QVariantList VORARecommentView::slides() const
 QObject *VORARecommentView::noNetworkView() const
 {
     return m_noNetwork;
+}
+
+QString VORARecommentView::clickText(const QString &clickTotal)
+{
+    bool ok = false;
+    const qint64 n = clickTotal.toLongLong(&ok);
+    if (!ok || n < 10000)
+        return clickTotal;
+    if (n < 100000000)
+        return QString::number(double(n) / 10000.0, 'f', 1) + QStringLiteral("万");
+    return QString::number(double(n) / 100000000.0, 'f', 1) + QStringLiteral("亿");
 }
 
 int VORARecommentView::rowsForCount(int count)

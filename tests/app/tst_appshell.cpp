@@ -9,6 +9,7 @@
 #include "TestHome.h"
 #include "VORAAppDelegate.h"
 #include "VORAFeedScreenshot.h"
+#include "VORAImageProvider.h"
 #include "VORAOverlayLayer.h"
 #include "VORARootViewController.h"
 #include "WelcomeViewController.h"
@@ -82,6 +83,14 @@ struct Launch
     }
 };
 
+// With QUORIN_WRITE_SCREENSHOTS=1 a few more states go to docs/screenshots.
+void saveDocScreenshot(QQuickWindow *window, const char *name)
+{
+    if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window)
+        return;
+    window->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
+}
+
 class TestAppShell : public QObject
 {
     Q_OBJECT
@@ -142,6 +151,8 @@ void TestAppShell::welcomePagesOnTheFirstLaunchOnly()
         QQuickItem *view = first.item(QStringLiteral("welcomeView"));
         QVERIFY(view);
         QTRY_VERIFY(view->isVisible());
+        QTRY_COMPARE(VORAImageProvider::pendingCount(), 0);
+        saveDocScreenshot(first.window(), "welcome.png");
 
         // Rotation swaps the pictures.
         first.window()->resize(768, 1024);
@@ -276,6 +287,8 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     QQuickItem *detail = app.item(QStringLiteral("comicDetail300000"));
     QTRY_VERIFY(detail->isVisible());
     QCOMPARE(app.item(QStringLiteral("detailName"))->property("text").toString(), feed->recommentArray().at(0).comicName);
+    QTRY_COMPARE(VORAImageProvider::pendingCount(), 0);
+    saveDocScreenshot(app.window(), "detail.png");
     // A second tap reuses it.
     feed->touchImageView(1);
     QCOMPARE(app.root()->comicDetail().value("comicId").toString(), feed->recommentArray().at(1).comicId);
@@ -286,6 +299,22 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     QVERIFY(app.root()->hasComicDetail());
     QCOMPARE(app.root()->dimmingAlpha(), 0.6);
     QTRY_VERIFY(app.item(QStringLiteral("settingsPanel"))->isVisible());
+    QTRY_COMPARE(app.item(QStringLiteral("settingsPanel"))->x(), 1024 - app.item(QStringLiteral("settingsPanel"))->width());
+    QTRY_COMPARE(app.item(QStringLiteral("dimming777777"))->opacity(), 0.6);
+    saveDocScreenshot(app.window(), "settings.png");
+
+    // An alert through the layer: the sign-out confirmation, answered by a
+    // click on its second button ("取消"), which keeps the user signed in.
+    VORAAppGlobalData::shareAppGlobalData()->user()->setKey(QStringLiteral("k"));
+    app.root()->requestSignOut();
+    QTRY_VERIFY(app.item(QStringLiteral("alertBox")) && app.item(QStringLiteral("alertBox"))->isVisible());
+    QCOMPARE(app.item(QStringLiteral("alertMessage"))->property("text").toString(),
+             app.layer->alertMessages().value(0));
+    saveDocScreenshot(app.window(), "alert.png");
+    QVERIFY(app.click(QStringLiteral("alertButton1")));
+    QVERIFY(app.layer->alerts().isEmpty());
+    QVERIFY(VORAAppGlobalData::shareAppGlobalData()->user()->isLogin());
+    QTRY_VERIFY(!app.item(QStringLiteral("alertBox"))->isVisible());
     QVERIFY(app.click(QStringLiteral("closeSettings")));
     QVERIFY(!app.root()->settingsOpen());
     QCOMPARE(app.root()->dimmingAlpha(), 0.0);

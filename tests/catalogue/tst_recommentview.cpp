@@ -32,6 +32,8 @@ private slots:
     void rowsForCount();
     void accreditBadge_data();
     void accreditBadge();
+    void clickText_data();
+    void clickText();
     void tabsSendTheirWireValues_data();
     void tabsSendTheirWireValues();
     void selectingTheCurrentTabSendsNothing();
@@ -105,6 +107,25 @@ void TestRecommentView::accreditBadge()
     QFETCH(int, accredit);
     QFETCH(QString, badge);
     QCOMPARE(VORARecommentView::accreditBadge(accredit), badge);
+}
+
+void TestRecommentView::clickText_data()
+{
+    QTest::addColumn<QString>("total");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << "" << "";
+    QTest::newRow("small") << "9999" << "9999";
+    QTest::newRow("ten thousand") << "10000" << "1.0万";
+    QTest::newRow("millions") << "4835429" << "483.5万";
+    QTest::newRow("hundreds of millions") << "123456789" << "1.2亿";
+    QTest::newRow("not a number") << "12k" << "12k";
+}
+
+void TestRecommentView::clickText()
+{
+    QFETCH(QString, total);
+    QFETCH(QString, text);
+    QCOMPARE(VORARecommentView::clickText(total), text);
 }
 
 void TestRecommentView::tabsSendTheirWireValues_data()

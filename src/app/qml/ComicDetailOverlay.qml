@@ -8,7 +8,7 @@ Rectangle {
     property string fontFamily
 
     radius: 18
-    color: "#F7FFFCF8"
+    color: "#FFFCF8"
     border.color: "#EADFD3"
     MouseArea { anchors.fill: parent } // the feed underneath takes no touches
 

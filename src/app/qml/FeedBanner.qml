@@ -61,30 +61,6 @@ Rectangle {
                         source: parent.slide && parent.slide.comicCover !== ""
                                 ? "image://quorin/net/" + encodeURIComponent(parent.slide.comicCover) : ""
                     }
-                    Rectangle {
-                        anchors.left: parent.left
-                        anchors.right: parent.right
-                        anchors.bottom: parent.bottom
-                        height: 70
-                        visible: parent.slide !== null
-                        gradient: Gradient {
-                            GradientStop { position: 0; color: "#00000000" }
-                            GradientStop { position: 1; color: "#B0000000" }
-                        }
-                        Text {
-                            anchors.left: parent.left
-                            anchors.leftMargin: 20
-                            anchors.bottom: parent.bottom
-                            anchors.bottomMargin: 14
-                            width: parent.width - 160
-                            elide: Text.ElideRight
-                            text: parent.parent.slide ? (parent.parent.slide.comicTitle || parent.parent.slide.comicName) : ""
-                            color: "white"
-                            font.family: banner.fontFamily
-                            font.pixelSize: 20
-                            font.bold: true
-                        }
-                    }
                 }
             }
         }

@@ -35,7 +35,9 @@ Rectangle {
                     ? "image://quorin/net/" + encodeURIComponent(cell.comic.comicCover) : ""
         }
         Image {
-            x: -4; y: 10
+            objectName: "badge"
+            x: -4
+            y: parent.height - height - 12
             width: 58; height: 24
             visible: cell.comic && cell.comic.badge !== ""
             source: visible ? "image://quorin/art/" + cell.comic.badge : ""
@@ -71,18 +73,33 @@ Rectangle {
         }
         Rectangle {
             visible: cell.comic && cell.comic.comicClickTotal !== ""
-            width: clicks.implicitWidth + 16
+            width: Math.min(clicks.implicitWidth + 16, parent.width)
             height: 22
             radius: 11
             color: "#FFF1EB"
             Text {
                 id: clicks
                 anchors.centerIn: parent
-                text: cell.comic ? "人气 " + cell.comic.comicClickTotal : ""
+                width: Math.min(implicitWidth, parent.parent.width - 16)
+                elide: Text.ElideRight
+                text: cell.comic ? (cell.width < 260 ? "" : "人气 ") + cell.comic.clickText : ""
                 color: "#E0603A"
                 font.family: cell.fontFamily
                 font.pixelSize: 12
             }
+        }
+        Text {
+            id: blurb
+            width: parent.width
+            text: cell.comic ? cell.comic.comicDescription : ""
+            color: "#9A93A6"
+            font.family: cell.fontFamily
+            font.pixelSize: 12
+            lineHeight: 1.15
+            wrapMode: Text.WrapAnywhere
+            // As many whole lines as fit above the card's bottom edge.
+            maximumLineCount: Math.max(1, Math.floor((cell.height - 30 - blurb.y) / 16))
+            elide: Text.ElideRight
         }
     }
 

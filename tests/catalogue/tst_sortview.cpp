@@ -1,0 +1,341 @@
+// The category screen against the reference site: the wire values of every
+// filter button and of the shell's category buttons, the delay behind the
+// loading panel, paging until an empty page, pull-down reload, the two
+// layouts, failures that keep the list, and opening a comic.
+
+#include "CatalogueTestSupport.h"
+#include "catalogue/VORAComicListModel.h"
+#include "catalogue/VORANetWorkNoLinking.h"
+#include "catalogue/VORASortView.h"
+#include "net/VORASortWebService.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTest>
+#include <QUrlQuery>
+
+namespace {
+const QString listPath = QStringLiteral("ios/pad/list.php");
+constexpr int shortDelay = 20;
+
+QUrlQuery lastListQuery(QuorinSite &site)
+{
+    return QUrlQuery(QString::fromUtf8(site.lastRequest(listPath).query));
+}
+} // namespace
+
+class TestSortView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void rowsForCount_data();
+    void rowsForCount();
+    void filterButtonsSendTheirWireValues_data();
+    void filterButtonsSendTheirWireValues();
+    void categoryButtonsOfTheShell_data();
+    void categoryButtonsOfTheShell();
+    void pagingUntilAnEmptyPageThenPullDown();
+    void layoutsAndMenus();
+    void failuresKeepTheList();
+    void malformedAnswers_data();
+    void malformedAnswers();
+    void noNetworkSendsNothing();
+    void openingAComic();
+
+private:
+    std::unique_ptr<VORASortView> makeView();
+    CatalogueTestEnvironment m_env;
+};
+
+void TestSortView::initTestCase()
+{
+    QVERIFY(m_env.start());
+    VORASortView view;
+    QCOMPARE(view.requestDelay(), 2000); // the default the tests shorten
+    QCOMPARE(int(VORASortView::categorySwitchDelay), 500);
+}
+
+void TestSortView::cleanup()
+{
+    m_env.site->faults().clear();
+    m_env.pointAtSite();
+}
+
+std::unique_ptr<VORASortView> TestSortView::makeView()
+{
+    auto view = std::make_unique<VORASortView>();
+    view->setRequestDelay(shortDelay);
+    return view;
+}
+
+void TestSortView::rowsForCount_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("layout");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("grid, none") << 0 << 0 << 0;
+    QTest::newRow("grid, 31") << 31 << 0 << 11;
+    QTest::newRow("grid, 30") << 30 << 0 << 10;
+    QTest::newRow("list, 31") << 31 << 1 << 31;
+    QTest::newRow("list, 1") << 1 << 1 << 1;
+}
+
+void TestSortView::rowsForCount()
+{
+    QFETCH(int, count);
+    QFETCH(int, layout);
+    QFETCH(int, rows);
+    QCOMPARE(VORASortView::rowsForCount(count, layout), rows);
+}
+
+void TestSortView::filterButtonsSendTheirWireValues_data()
+{
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<QString>("argname");
+    QTest::addColumn<QString>("argval");
+    const char *themeCodes[] = {"1", "2", "3", "4", "5", "6", "7", "9", "11", "8"};
+    const char *themeNames[] = {"搞笑", "魔幻", "生活", "恋爱", "动作", "科幻", "战争", "推理", "恐怖", "体育 (513)"};
+    for (int i = 0; i < 10; ++i)
+        QTest::addRow("theme %d %s", 118 + i, themeNames[i]) << 118 + i << "theme" << themeCodes[i];
+    QTest::newRow("serial 128 ongoing") << 128 << "serial" << "0";
+    QTest::newRow("serial 129 finished") << 129 << "serial" << "1";
+    QTest::newRow("sort 130 update") << 130 << "sort" << "0";
+    QTest::newRow("sort 131 tickets") << 131 << "sort" << "23";
+    QTest::newRow("sort 132 chapters") << 132 << "sort" << "1";
+    QTest::newRow("sort 133 favourites") << 133 << "sort" << "4";
+    QTest::newRow("sort 134 total popularity") << 134 << "sort" << "9";
+    QTest::newRow("sort 135 weekly: same as comments") << 135 << "sort" << "20";
+    QTest::newRow("sort 136 comments") << 136 << "sort" << "20";
+    QTest::newRow("sort 137 rating") << 137 << "sort" << "5";
+}
+
+void TestSortView::filterButtonsSendTheirWireValues()
+{
+    QFETCH(int, tag);
+    QFETCH(QString, argname);
+    QFETCH(QString, argval);
+    auto view = makeView();
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    const int before = m_env.site->requestCount(listPath);
+    view->setPopbutton(116);
+    view->switchFilter(tag);
+    // Behind the panel for the delay, nothing sent yet.
+    QVERIFY(view->loadingPanel());
+    QCOMPARE(view->openMenu(), 0);
+    QCOMPARE(view->btnInt(), tag);
+    QCOMPARE(m_env.site->requestCount(listPath), before);
+    QTRY_VERIFY_WITH_TIMEOUT(!answered.isEmpty(), 10000);
+    QVERIFY(!view->loadingPanel());
+    QCOMPARE(m_env.site->requestCount(listPath), before + 1);
+    const QUrlQuery query = lastListQuery(*m_env.site);
+    QCOMPARE(query.queryItemValue("argname"), argname);
+    QCOMPARE(query.queryItemValue("argval"), argval);
+    QCOMPARE(query.queryItemValue("page"), QStringLiteral("0"));
+    QCOMPARE(query.queryItemValue("size"), QStringLiteral("30"));
+    QCOMPARE(query.queryItemValue("from"), QStringLiteral("appstore4"));
+    QVERIFY(view->comicList()->count() > 0);
+    QVERIFY(!view->filterTitle().isEmpty());
+}
+
+void TestSortView::categoryButtonsOfTheShell_data()
+{
+    QTest::addColumn<qint64>("type");
+    QTest::addColumn<QString>("argval");
+    QTest::newRow("101") << qint64(1) << "1";
+    QTest::newRow("102") << qint64(2) << "2";
+    QTest::newRow("103") << qint64(4) << "3";
+    QTest::newRow("104") << qint64(8) << "4";
+}
+
+void TestSortView::categoryButtonsOfTheShell()
+{
+    QFETCH(qint64, type);
+    QFETCH(QString, argval);
+    auto view = makeView();
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    view->showCategoryType(type);
+    QVERIFY(view->loadingPanel());
+    QTRY_VERIFY_WITH_TIMEOUT(!answered.isEmpty(), 10000);
+    QCOMPARE(view->comicCategory(), 1);
+    const QUrlQuery query = lastListQuery(*m_env.site);
+    QCOMPARE(query.queryItemValue("argname"), QStringLiteral("cate"));
+    QCOMPARE(query.queryItemValue("argval"), argval);
+}
+
+void TestSortView::pagingUntilAnEmptyPageThenPullDown()
+{
+    auto view = makeView();
+    QAbstractItemModelTester tester(view->comicList());
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    view->switchSort(130); // the whole catalogue: 60 comics
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 10000);
+    QCOMPARE(view->comicList()->count(), 30);
+    QCOMPARE(view->comicTotal(), 60);
+    QVERIFY(view->hasFooter());
+    QCOMPARE(view->tableRowCount(), 10);
+    const QString firstId = view->comicList()->comicAt(0)->comicId;
+
+    view->refreshTriggered(40); // pull-up past the footer
+    QVERIFY(view->reloadingUp());
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 10000);
+    QVERIFY(!view->reloadingUp());
+    QCOMPARE(lastListQuery(*m_env.site).queryItemValue("page"), QStringLiteral("1"));
+    QCOMPARE(view->comicList()->count(), 60);
+    QCOMPARE(view->comicList()->comicAt(0)->comicId, firstId);
+    QVERIFY(view->textPanel().isEmpty());
+
+    // Past the end: an empty page, the list unchanged, the end-of-category panel.
+    view->refreshTriggered(40);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 3, 10000);
+    QCOMPARE(lastListQuery(*m_env.site).queryItemValue("page"), QStringLiteral("2"));
+    QCOMPARE(view->comicList()->count(), 60);
+    QCOMPARE(view->textPanel(), VORASortView::endOfCategoryText);
+    QTRY_VERIFY_WITH_TIMEOUT(view->textPanel().isEmpty(), 10000);
+
+    // Pulling up again asks for that page again, not for one beyond.
+    view->refreshTriggered(40);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 4, 10000);
+    QCOMPARE(lastListQuery(*m_env.site).queryItemValue("page"), QStringLiteral("2"));
+
+    // Pull-down: page 0 replaces the list.
+    view->refreshTriggered(-70);
+    QVERIFY(view->reloading());
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 5, 10000);
+    QVERIFY(!view->reloading());
+    QCOMPARE(lastListQuery(*m_env.site).queryItemValue("page"), QStringLiteral("0"));
+    QCOMPARE(view->comicList()->count(), 30);
+}
+
+void TestSortView::layoutsAndMenus()
+{
+    auto view = makeView();
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    view->switchTheme(127);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 10000);
+    const int n = view->comicList()->count();
+    QVERIFY(n > 0);
+    QCOMPARE(view->sortTableType(), 0);
+    QCOMPARE(view->rowHeight(), 205);
+    QCOMPARE(view->tableRowCount(), (n + 2) / 3);
+    QCOMPARE(view->layoutButtonImage(), QStringLiteral("readmenuchapter.png"));
+
+    view->setPopbutton(115);
+    QCOMPARE(view->openMenu(), 115);
+    view->setPopbutton(117); // another menu replaces it
+    QCOMPARE(view->openMenu(), 117);
+    view->setPopbutton(117); // the same button closes it
+    QCOMPARE(view->openMenu(), 0);
+    view->setPopbutton(999);
+    QCOMPARE(view->openMenu(), 0);
+
+    view->setPopbutton(116);
+    view->layoutBtn(); // closes the menu first
+    QCOMPARE(view->openMenu(), 0);
+    QCOMPARE(view->sortTableType(), 1);
+    QCOMPARE(view->rowHeight(), 156);
+    QCOMPARE(view->tableRowCount(), n);
+    QCOMPARE(view->layoutButtonImage(), QStringLiteral("tablelayout.png"));
+    QCOMPARE(view->layoutButtonPressedImage(), QStringLiteral("tablelayoutpressed.png"));
+    view->layoutBtn();
+    QCOMPARE(view->sortTableType(), 0);
+    QCOMPARE(view->layoutButtonPressedImage(), QStringLiteral("readmenuchapter_pressed.png"));
+
+    // Buttons outside the tables do nothing.
+    view->switchFilter(117);
+    view->switchTheme(130);
+    view->switchSort(118);
+    QVERIFY(!view->loadingPanel());
+}
+
+void TestSortView::failuresKeepTheList()
+{
+    auto view = makeView();
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    QSignalSpy failed(view.get(), &VORASortView::requestFailed);
+    view->switchSort(131);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 10000);
+    QCOMPARE(view->comicList()->count(), 30);
+
+    // The next page breaks off in the middle of the answer.
+    m_env.site->faults().setDropMidBody(listPath);
+    view->requestNextPageData();
+    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 10000);
+    QCOMPARE(view->comicList()->count(), 30);
+    QVERIFY(view->noNetwork()->isVisible());
+    QCOMPARE(view->noNetwork()->text(), VORASortView::requestFailedText);
+    QCOMPARE(view->noNetwork()->tag(), 8888);
+
+    // The panel's retry asks for the page that failed.
+    m_env.site->faults().clear();
+    view->noNetwork()->retry();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 10000);
+    QCOMPARE(lastListQuery(*m_env.site).queryItemValue("page"), QStringLiteral("1"));
+    QCOMPARE(view->comicList()->count(), 60);
+    QVERIFY(!view->noNetwork()->isVisible());
+}
+
+void TestSortView::malformedAnswers_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("count");
+    QTest::newRow("not JSON") << QByteArray("<html>this is not JSON") << 0;
+    QTest::newRow("an array") << QByteArray("[1,2]") << 0;
+    QTest::newRow("data not a list") << QByteArray(R"({"total":5,"data":{"x":1}})") << 0;
+    QTest::newRow("nulls and numbers") << QByteArray(R"({"total":null,"data":[{"comic_id":12,"name":null,"cover":null},null,7]})") << 3;
+}
+
+void TestSortView::malformedAnswers()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(int, count);
+    m_env.site->faults().setMalformed(listPath, body);
+    auto view = makeView();
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    view->begainRequestData();
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 10000);
+    QCOMPARE(view->comicList()->count(), count);
+    QCOMPARE(view->textPanel().isEmpty(), count > 0);
+    QCOMPARE(view->hasFooter(), count > 0);
+}
+
+void TestSortView::noNetworkSendsNothing()
+{
+    QTcpServer closed;
+    QVERIFY(closed.listen(QHostAddress::LocalHost));
+    const quint16 port = closed.serverPort();
+    closed.close();
+    qputenv("QUORIN_API_BASE", QStringLiteral("http://127.0.0.1:%1/").arg(port).toUtf8());
+    AlertRecorder alerts;
+    auto view = makeView();
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    view->begainRequestData();
+    QCOMPARE(alerts.lastMessage(), VORASortView::noNetworkText);
+    QCOMPARE(alerts.last().value("title").toString(), QStringLiteral("温馨提醒"));
+    QVERIFY(!view->isLoading()); // nothing went out
+}
+
+void TestSortView::openingAComic()
+{
+    auto view = makeView();
+    QSignalSpy answered(view.get(), &VORASortView::answered);
+    QSignalSpy open(view.get(), &VORASortView::openComicRequested);
+    view->switchSerial(129);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 10000);
+    QVERIFY(view->comicList()->count() > 1);
+    view->setPopbutton(115);
+    view->executeDown(1);
+    QCOMPARE(view->openMenu(), 0);
+    QCOMPARE(open.count(), 1);
+    const VORAComicListModel::Comic *comic = view->comicList()->comicAt(1);
+    QCOMPARE(open.first(), (QVariantList{comic->comicId, comic->comicName, comic->comicCover}));
+    view->executeDown(-1);
+    view->executeDown(view->comicList()->count());
+    QCOMPARE(open.count(), 1);
+}
+
+QTEST_MAIN(TestSortView)
+#include "tst_sortview.moc"

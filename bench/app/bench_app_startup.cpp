@@ -27,6 +27,18 @@
 
 namespace {
 
+bool hasItem(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> queue{root};
+    while (!queue.isEmpty()) {
+        QQuickItem *it = queue.takeFirst();
+        if (it->objectName() == name)
+            return true;
+        queue.append(it->childItems());
+    }
+    return false;
+}
+
 // Child: show the window, print "FRAME" after the first frame that counts, quit.
 int child(const QString &mode, int argc, char **argv)
 {
@@ -56,7 +68,7 @@ int child(const QString &mode, int argc, char **argv)
     // The first frame after the grid's first cell exists.
     auto *poll = new QTimer(&app);
     QObject::connect(poll, &QTimer::timeout, &app, [&, poll] {
-        if (!window->contentItem()->findChild<QQuickItem *>(QStringLiteral("cell0")))
+        if (!hasItem(window->contentItem(), QStringLiteral("cell0")))
             return;
         poll->stop();
         QObject::connect(window, &QQuickWindow::frameSwapped, &app, report, Qt::SingleShotConnection);

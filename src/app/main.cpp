@@ -11,6 +11,7 @@
 #include "VORAFeedScreenshot.h"
 #include "VORAInstanceChannel.h"
 #include "VORAOverlayLayer.h"
+#include "VORARootViewController.h"
 #include "core/VORASystemConfig.h"
 
 #include <QCommandLineParser>
@@ -94,6 +95,8 @@ int main(int argc, char *argv[])
             delegate.openURL(url, VORAAppDelegate::browserSourceApplication);
         if (screenshot.isEmpty())
             return;
+        // The picture is of the feed: a first start's welcome pages step aside.
+        delegate.rootViewController()->showHomePage();
         auto *shot = new VORAFeedScreenshot(delegate.window(), delegate.rootViewController(), screenshot, &app);
         QObject::connect(shot, &VORAFeedScreenshot::saved, &app, [](const QString &path, bool ok) {
             if (ok)

@@ -104,6 +104,7 @@ private slots:
     void tabsInTheWindowSendTheirWireValues();
     void failedRequestShowsThePanelAndRetryRecovers();
     void currentButtonDoesNothingAndSettingsKeepTheDetail();
+    void bannerInTheWindow();
     void startWithoutNetwork();
     void signInAndVersionCheckAtStart();
     void rotationAndScreenshots();
@@ -328,6 +329,49 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     QTRY_VERIFY(!detail->isVisible());
     QCOMPARE(switched.size(), 0);
     QCOMPARE(m_site->requestCount(listPath), requests);
+}
+
+void TestAppShell::bannerInTheWindow()
+{
+    Launch app(true);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("cell0")), 10000);
+    VORARecommentView *feed = app.feed();
+    QQuickItem *strip = app.item(QStringLiteral("bannerStrip"));
+    QVERIFY(strip);
+    const qreal width = strip->width();
+    QVERIFY(width > 0);
+
+    // The timer moves the strip page by page.
+    feed->setTimerInterval(50);
+    QTRY_VERIFY(feed->timeCount() >= 2);
+    feed->setTimerInterval(600000);
+    QTRY_COMPARE(strip->property("contentX").toReal(), width * feed->timeCount());
+
+    // A finger on the strip pauses the banner; lifting it lets it run again,
+    // and the page is the one the swipe ended on.
+    const QPointF centre = strip->mapToScene(QPointF(width / 2, strip->height() / 2));
+    QTest::mousePress(app.window(), Qt::LeftButton, {}, centre.toPoint());
+    for (int dx = 10; dx <= 200; dx += 10)
+        QTest::mouseMove(app.window(), (centre + QPointF(dx, 0)).toPoint(), 5);
+    QTRY_VERIFY(strip->property("moving").toBool());
+    QVERIFY(!feed->isStop());
+    QTest::mouseRelease(app.window(), Qt::LeftButton, {}, (centre + QPointF(200, 0)).toPoint());
+    QTRY_VERIFY_WITH_TIMEOUT(feed->isStop(), 10000);
+    QTRY_COMPARE(strip->property("contentX").toReal(), width * feed->timeCount());
+
+    // Pulling the grid down past its 65-pixel header refreshes the tab.
+    const int requests = m_site->requestCount(listPath);
+    QSignalSpy answered(feed, &VORARecommentView::answered);
+    QQuickItem *cell = app.item(QStringLiteral("cell0"));
+    const QPointF start = cell->mapToScene(QPointF(cell->width() / 2, 10));
+    QTest::mousePress(app.window(), Qt::LeftButton, {}, start.toPoint());
+    for (int dy = 10; dy <= 240; dy += 10)
+        QTest::mouseMove(app.window(), (start + QPointF(0, dy)).toPoint(), 5);
+    QTest::mouseRelease(app.window(), Qt::LeftButton, {}, (start + QPointF(0, 240)).toPoint());
+    QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 1, 10000);
+    QVERIFY(!feed->reloadingUp());
+    QCOMPARE(m_site->requestCount(listPath), requests + 1);
+    QVERIFY(app.root()->comicDetail().isEmpty()); // the drag was no tap
 }
 
 void TestAppShell::startWithoutNetwork()

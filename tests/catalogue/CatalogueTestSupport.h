@@ -72,7 +72,10 @@ inline bool signInAs(const QString &userName, const QString &password)
     service.asynchronousRequestWithDelegate(&waiter);
     if (!QTest::qWaitFor([&]() { return waiter.done; }, 10000) || waiter.failed || !service.data)
         return false;
-    const VORASignInAnswer answer = VORASignInAnswer::fromOlderAnswer(*service.data);
+    VORASignInAnswer answer; // the service keeps "user" as its data
+    answer.code = service.code;
+    answer.key = service.key;
+    answer.user = *service.data;
     if (!answer.isSuccess())
         return false;
     VORAAccountFiller::fillUserWithReturnData(*user, answer.returnData(), 1);

@@ -595,7 +595,7 @@ void TestComicHomePage::refusalsAndMalformedAnswers()
 
     // Not JSON: no data; the wait view stays.
     m_env.site->faults().setMalformed(comicPath, "<html>this is not JSON");
-    auto malformed = openComic(QStringLiteral("10001"));
+    auto malformed = openComic(QStringLiteral("10050")); // never cached
     QVERIFY(malformed);
     QCOMPARE(malformed->state(), int(VORAComicHomePageView::Waiting));
     QVERIFY(!malformed->hasComicInfo());

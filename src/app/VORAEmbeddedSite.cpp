@@ -13,18 +13,6 @@
 #define QUORIN_SITE_BUILD_PATH ""
 #endif
 
-namespace {
-
-bool portAnswers(const QString &host, quint16 port)
-{
-    // A short connect on loopback; the app waits for it at start-up only.
-    QTcpSocket socket;
-    socket.connectToHost(host, port);
-    return socket.waitForConnected(200);
-}
-
-} // namespace
-
 VORAEmbeddedSite::VORAEmbeddedSite(QObject *parent)
     : QObject(parent)
 {
@@ -58,16 +46,37 @@ QString VORAEmbeddedSite::findBinary()
     return {};
 }
 
+void VORAEmbeddedSite::probe(std::function<void(bool)> done)
+{
+    auto *socket = new QTcpSocket(this);
+    auto finish = [socket, done](bool answering) {
+        socket->disconnect();
+        socket->abort();
+        socket->deleteLater();
+        done(answering);
+    };
+    connect(socket, &QTcpSocket::connected, this, [finish] { finish(true); });
+    connect(socket, &QTcpSocket::errorOccurred, this, [finish] { finish(false); });
+    socket->connectToHost(VORASystemConfig::webHostName(), VORASystemConfig::webHostPort());
+}
+
 void VORAEmbeddedSite::start()
 {
-    const QString host = VORASystemConfig::webHostName();
+    probe([this](bool answering) {
+        const quint16 port = VORASystemConfig::webHostPort();
+        if (answering) {
+            qCInfo(lcApp) << "a site already answers on port" << port << "- using it";
+            m_done = true;
+            emit ready(true);
+            return;
+        }
+        startProcess();
+    });
+}
+
+void VORAEmbeddedSite::startProcess()
+{
     const quint16 port = VORASystemConfig::webHostPort();
-    if (portAnswers(host, port)) {
-        qCInfo(lcApp) << "a site already answers on port" << port << "- using it";
-        m_done = true;
-        emit ready(true);
-        return;
-    }
     const QString binary = findBinary();
     if (binary.isEmpty()) {
         qCWarning(lcApp) << "quorin-site not found (set QUORIN_SITE_BIN); the feed will report no network";
@@ -84,18 +93,23 @@ void VORAEmbeddedSite::start()
 
 void VORAEmbeddedSite::poll()
 {
-    if (m_done)
+    if (m_done || m_probing)
         return;
-    const bool answering = portAnswers(VORASystemConfig::webHostName(), VORASystemConfig::webHostPort());
-    m_waited += pollIntervalMs;
-    if (!answering && m_process.state() == QProcess::NotRunning) {
-        qCWarning(lcApp) << "quorin-site stopped at start-up, exit code" << m_process.exitCode();
-    } else if (!answering && m_waited < readyTimeoutMs) {
-        return;
-    }
-    m_poll.stop();
-    m_done = true;
-    emit ready(answering);
+    m_probing = true;
+    probe([this](bool answering) {
+        m_probing = false;
+        if (m_done)
+            return;
+        m_waited += pollIntervalMs;
+        if (!answering && m_process.state() == QProcess::NotRunning) {
+            qCWarning(lcApp) << "quorin-site stopped at start-up, exit code" << m_process.exitCode();
+        } else if (!answering && m_waited < readyTimeoutMs) {
+            return;
+        }
+        m_poll.stop();
+        m_done = true;
+        emit ready(answering);
+    });
 }
 
 void VORAEmbeddedSite::stop()

@@ -4,6 +4,8 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <functional>
+
 // The reference site as a child process, for the out-of-the-box run: started
 // when the API base is the built-in default, stopped with this object.
 // ready() is emitted once the port answers (or the wait gave up).
@@ -32,9 +34,13 @@ signals:
     void ready(bool answering);
 
 private:
+    // Asks, without blocking, whether the port answers; calls back with the outcome.
+    void probe(std::function<void(bool)> done);
+    void startProcess();
     void poll();
     QProcess m_process;
     QTimer m_poll;
     int m_waited = 0;
     bool m_done = false;
+    bool m_probing = false;
 };

@@ -53,7 +53,9 @@ Item {
     Rectangle {
         objectName: "progress19870319"
         visible: root.overlay && root.overlay.progressVisible
-        anchors.centerIn: parent
+        // Blocking panels sit in the middle; text-only ones low, like a toast.
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: root.overlay && root.overlay.progressBlocking ? (parent.height - height) / 2 : parent.height * 0.8
         width: Math.max(200, progressText.implicitWidth + 56)
         height: root.overlay && root.overlay.progressBlocking ? 128 : 64
         radius: 16

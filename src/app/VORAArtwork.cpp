@@ -10,6 +10,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPolygonF>
 #include <QRadialGradient>
 #include <QSaveFile>
 
@@ -228,6 +229,34 @@ QImage icon(const QString &name)
                        QPointF(48 + 36 * std::cos(a), 48 + 36 * std::sin(a)));
         }
         p.drawEllipse(QPointF(48, 48), 25, 25);
+    } else if (name == QLatin1String("btnsort")) {
+        // Four tiles: the categories.
+        for (int i = 0; i < 4; ++i)
+            p.drawRoundedRect(QRectF(16 + (i % 2) * 36, 16 + (i / 2) * 36, 28, 28), 6, 6);
+    } else if (name == QLatin1String("btnsearch")) {
+        // A magnifier.
+        p.drawEllipse(QPointF(42, 42), 22, 22);
+        p.drawLine(QPointF(58, 58), QPointF(80, 80));
+    } else if (name == QLatin1String("btnbookshelf")) {
+        // Books standing on a shelf.
+        p.drawLine(QPointF(12, 80), QPointF(84, 80));
+        p.drawRect(QRectF(18, 26, 14, 50));
+        p.drawRect(QRectF(38, 18, 14, 58));
+        p.save();
+        p.translate(66, 78);
+        p.rotate(-15);
+        p.drawRect(QRectF(-7, -52, 14, 50));
+        p.restore();
+    } else if (name == QLatin1String("btndownload")) {
+        // An arrow into a tray.
+        p.drawLine(QPointF(48, 12), QPointF(48, 60));
+        p.drawLine(QPointF(30, 44), QPointF(48, 62));
+        p.drawLine(QPointF(66, 44), QPointF(48, 62));
+        p.drawPolyline(QPolygonF{QPointF(14, 60), QPointF(14, 82), QPointF(82, 82), QPointF(82, 60)});
+    } else if (name == QLatin1String("btnuser")) {
+        // Head and shoulders.
+        p.drawEllipse(QPointF(48, 34), 16, 16);
+        p.drawArc(QRectF(18, 56, 60, 50), 0, 180 * 16);
     } else {
         drawBookStack(p, QRectF(8, 8, 80, 80), QColor(0xFF, 0x70, 0x43), QColor(0xF0, 0x62, 0x92));
     }
@@ -242,7 +271,10 @@ QStringList VORAArtwork::names()
                      QStringLiteral("pagelistdefaultcover"), QStringLiteral("dujia.png"),
                      QStringLiteral("qianyue.png"),      QStringLiteral("boyupbackground.png"),
                      QStringLiteral("upcommonline.png"), QStringLiteral("btnrecommend.png"),
-                     QStringLiteral("btnsetting.png"),   QStringLiteral("applogo.png")};
+                     QStringLiteral("btnsetting.png"),   QStringLiteral("applogo.png"),
+                     QStringLiteral("btnsort.png"),      QStringLiteral("btnsearch.png"),
+                     QStringLiteral("btnbookshelf.png"), QStringLiteral("btndownload.png"),
+                     QStringLiteral("btnuser.png")};
     for (int i = 0; i < 5; ++i) {
         list.append(QStringLiteral("welcome%1").arg(i));
         list.append(QStringLiteral("uprightwelcome%1").arg(i));

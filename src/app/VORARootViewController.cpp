@@ -3,7 +3,10 @@
 #include "AppLog.h"
 #include "VORASettingView.h"
 #include "WelcomeViewController.h"
+#include "catalogue/VORAComicHomePageView.h"
 #include "catalogue/VORARecommentView.h"
+#include "catalogue/VORASearchView.h"
+#include "catalogue/VORASortView.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
 #include "core/VORAUserConfig.h"
@@ -47,6 +50,16 @@ QVariantList VORARootViewController::buttons() const
     return {
         QVariantMap{{QStringLiteral("tag"), 100}, {QStringLiteral("title"), QStringLiteral("推荐")},
                     {QStringLiteral("icon"), QStringLiteral("btnrecommend.png")}},
+        QVariantMap{{QStringLiteral("tag"), 101}, {QStringLiteral("title"), QStringLiteral("少年")},
+                    {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
+        QVariantMap{{QStringLiteral("tag"), 102}, {QStringLiteral("title"), QStringLiteral("少女")},
+                    {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
+        QVariantMap{{QStringLiteral("tag"), 103}, {QStringLiteral("title"), QStringLiteral("青年")},
+                    {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
+        QVariantMap{{QStringLiteral("tag"), 104}, {QStringLiteral("title"), QStringLiteral("儿童")},
+                    {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
+        QVariantMap{{QStringLiteral("tag"), 107}, {QStringLiteral("title"), QStringLiteral("搜索")},
+                    {QStringLiteral("icon"), QStringLiteral("btnsearch.png")}},
         QVariantMap{{QStringLiteral("tag"), 108}, {QStringLiteral("title"), QStringLiteral("设置")},
                     {QStringLiteral("icon"), QStringLiteral("btnsetting.png")}},
     };
@@ -54,12 +67,15 @@ QVariantList VORARootViewController::buttons() const
 
 bool VORARootViewController::hasScreen(int tag)
 {
-    return tag == 100 || tag == 108;
+    return tag == 100 || (tag >= 101 && tag <= 104) || tag == 107 || tag == 108;
 }
 
 QObject *VORARootViewController::recommentViewObject() const { return m_recommentView; }
 QObject *VORARootViewController::settingViewObject() const { return m_settingView; }
 QObject *VORARootViewController::welcomeViewObject() const { return m_welcomeView; }
+QObject *VORARootViewController::sortViewObject() const { return m_sortView; }
+QObject *VORARootViewController::searchViewObject() const { return m_searchView; }
+QObject *VORARootViewController::comicHomePageViewObject() const { return m_comicHomePageView; }
 
 void VORARootViewController::switchView(int tag)
 {
@@ -95,6 +111,19 @@ void VORARootViewController::btnSwitchView(int tag)
             createRecommentView();
         if (tag == 100)
             m_recommentView->recommendToOrientation(m_landscape);
+        if (tag >= 101 && tag <= 104) {
+            if (!m_sortView)
+                createSortView();
+            m_sortView->sortToOrientation(m_landscape);
+            // 1, 2, 4, 8: behind the loading panel for 0.5 s, then the first page.
+            m_sortView->showCategoryType(qint64(1) << (tag - 101));
+        }
+        if (tag == 107) {
+            if (!m_searchView)
+                createSearchView();
+            m_searchView->searchToOrientation(m_landscape);
+            m_searchView->begainRequestData();
+        }
         emit currentChanged();
         return;
     }
@@ -119,6 +148,20 @@ void VORARootViewController::createRecommentView()
     m_recommentView = new VORARecommentView(this);
     connect(m_recommentView, &VORARecommentView::openComicRequested, this, &VORARootViewController::openComicDetail);
     connect(m_recommentView, &VORARecommentView::openUrlRequested, this, &VORARootViewController::openUrlRequested);
+    emit screensChanged();
+}
+
+void VORARootViewController::createSortView()
+{
+    m_sortView = new VORASortView(this);
+    connect(m_sortView, &VORASortView::openComicRequested, this, &VORARootViewController::openComicDetail);
+    emit screensChanged();
+}
+
+void VORARootViewController::createSearchView()
+{
+    m_searchView = new VORASearchView(this);
+    connect(m_searchView, &VORASearchView::openComicRequested, this, &VORARootViewController::openComicDetail);
     emit screensChanged();
 }
 
@@ -152,7 +195,11 @@ void VORARootViewController::closeSettingView()
 
 void VORARootViewController::cancleButton()
 {
-    // A refresh of the detail overlay waits for its own screen; only the flag is kept.
+    // Back from the sign-in the detail page asks again (the user may see other chapters now).
+    if (m_isRefurbish && m_comicHomePageView && hasComicDetail()) {
+        m_comicHomePageView->initBookshelfAndReadHistory();
+        m_comicHomePageView->beginRequestData();
+    }
     m_isRefurbish = false;
     setDimmingAlpha(0);
 }
@@ -249,6 +296,12 @@ void VORARootViewController::rootViewControllerToOrientation()
 {
     if (m_recommentView)
         m_recommentView->recommendToOrientation(m_landscape);
+    if (m_sortView)
+        m_sortView->sortToOrientation(m_landscape);
+    if (m_searchView)
+        m_searchView->searchToOrientation(m_landscape);
+    if (m_comicHomePageView)
+        m_comicHomePageView->comicHomePageToOrientation(m_landscape);
     if (m_welcomeView)
         m_welcomeView->welcomeToOrientation(m_landscape);
     emit orientationChanged();
@@ -261,6 +314,19 @@ void VORARootViewController::openComicDetail(const QString &comicId, const QStri
                                 {QStringLiteral("comicId"), comicId},
                                 {QStringLiteral("comicName"), comicName},
                                 {QStringLiteral("comicCover"), comicCover}};
+    // One detail page for every list: a reused page is given the new comic.
+    if (!m_comicHomePageView) {
+        m_comicHomePageView = new VORAComicHomePageView(this);
+        connect(m_comicHomePageView, &VORAComicHomePageView::removeComicHomePage, this,
+                &VORARootViewController::removeComicDetailAndDownloadDeitail);
+        connect(m_comicHomePageView, &VORAComicHomePageView::signInRequested, this, [this]() {
+            m_isRefurbish = true;
+            btnSwitchView(109);
+        });
+        emit screensChanged();
+    }
+    m_comicHomePageView->comicHomePageToOrientation(m_landscape);
+    m_comicHomePageView->setComicId(comicId);
     emit comicDetailChanged();
     if (!reuse)
         fatherToucuInView();

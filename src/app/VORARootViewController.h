@@ -5,7 +5,10 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+class VORAComicHomePageView;
 class VORARecommentView;
+class VORASearchView;
+class VORASortView;
 class VORASettingView;
 class WelcomeViewController;
 struct Notification;
@@ -23,6 +26,9 @@ class VORARootViewController : public QObject
     Q_PROPERTY(QVariantList buttons READ buttons CONSTANT)
     Q_PROPERTY(QObject *recommentView READ recommentViewObject NOTIFY screensChanged)
     Q_PROPERTY(QObject *settingView READ settingViewObject NOTIFY screensChanged)
+    Q_PROPERTY(QObject *sortView READ sortViewObject NOTIFY screensChanged)
+    Q_PROPERTY(QObject *searchView READ searchViewObject NOTIFY screensChanged)
+    Q_PROPERTY(QObject *comicHomePageView READ comicHomePageViewObject NOTIFY screensChanged)
     Q_PROPERTY(bool settingsOpen READ settingsOpen NOTIFY settingsOpenChanged)
     Q_PROPERTY(qreal dimmingAlpha READ dimmingAlpha NOTIFY dimmingChanged)
     Q_PROPERTY(QString downloadBadge READ downloadBadge NOTIFY badgesChanged)
@@ -50,6 +56,12 @@ public:
     VORARecommentView *recommentView() const { return m_recommentView; }
     QObject *recommentViewObject() const;
     VORASettingView *settingView() const { return m_settingView; }
+    VORASortView *sortView() const { return m_sortView; }
+    QObject *sortViewObject() const;
+    VORASearchView *searchView() const { return m_searchView; }
+    QObject *searchViewObject() const;
+    VORAComicHomePageView *comicHomePageView() const { return m_comicHomePageView; }
+    QObject *comicHomePageViewObject() const;
     QObject *settingViewObject() const;
     bool settingsOpen() const { return m_settingsOpen; }
     qreal dimmingAlpha() const { return m_dimmingAlpha; }
@@ -68,6 +80,8 @@ public:
     Q_INVOKABLE void switchView(int tag);
     Q_INVOKABLE void btnSwitchView(int tag);
     void createRecommentView();
+    void createSortView();
+    void createSearchView();
     void initViewState();
     void initintager();
     Q_INVOKABLE void removeComicDetailAndDownloadDeitail();
@@ -110,6 +124,9 @@ private:
     int m_buttonCount = 1;
     VORARecommentView *m_recommentView = nullptr;
     VORASettingView *m_settingView = nullptr;
+    VORASortView *m_sortView = nullptr;
+    VORASearchView *m_searchView = nullptr;
+    VORAComicHomePageView *m_comicHomePageView = nullptr;
     WelcomeViewController *m_welcomeView = nullptr;
     bool m_settingsOpen = false;
     qreal m_dimmingAlpha = 0;

@@ -50,11 +50,28 @@ Window {
             fontFamily: window.fontFamily
             visible: rootController.currentTag === 100 && feed !== null
         }
+
+        SortView {
+            objectName: "sortView"
+            anchors.fill: parent
+            sort: rootController.sortView
+            fontFamily: window.fontFamily
+            visible: rootController.currentTag >= 101 && rootController.currentTag <= 104 && sort !== null
+        }
+
+        SearchView {
+            objectName: "searchView"
+            anchors.fill: parent
+            search: rootController.searchView
+            fontFamily: window.fontFamily
+            visible: rootController.currentTag === 107 && search !== null
+        }
     }
 
-    ComicDetailOverlay {
+    ComicHomePageView {
         objectName: "comicDetail300000"
         anchors.fill: content
+        home: rootController.comicHomePageView
         detail: rootController.comicDetail
         fontFamily: window.fontFamily
         visible: detail.tag === 300000

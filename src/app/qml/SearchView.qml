@@ -1,0 +1,329 @@
+import QtQuick
+
+// The search screen: the search field, the cloud of hot keywords, the history
+// panel and the result list. Everything it shows comes from VORASearchView.
+Rectangle {
+    id: view
+    property QtObject search
+    property string fontFamily
+
+    radius: 18
+    color: "#FFFCF8"
+    border.color: "#EADFD3"
+    clip: true
+
+    Rectangle {
+        id: head
+        width: parent.width
+        height: 72
+        radius: 18
+        color: "#2E3047"
+        Rectangle { width: parent.width; height: 18; anchors.bottom: parent.bottom; color: parent.color }
+
+        Rectangle {
+            id: field
+            x: 22
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - 44 - searchButton.width - 12
+            height: 44
+            radius: 22
+            color: "white"
+            Text {
+                x: 18
+                anchors.verticalCenter: parent.verticalCenter
+                text: "⌕"
+                color: "#B3ACBD"
+                font.pixelSize: 22
+            }
+            TextInput {
+                id: input
+                objectName: "searchField"
+                x: 44
+                width: parent.width - 60
+                anchors.verticalCenter: parent.verticalCenter
+                font.family: view.fontFamily
+                font.pixelSize: 17
+                color: "#2E3047"
+                clip: true
+                text: view.search ? view.search.fieldText : ""
+                onTextEdited: view.search.textDidChange(text)
+                onAccepted: view.search.searchButtonClicked(text)
+                Text {
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: input.text === "" && !input.activeFocus
+                    text: "搜索漫画名或作者"
+                    color: "#B3ACBD"
+                    font: input.font
+                }
+            }
+        }
+        Rectangle {
+            id: searchButton
+            objectName: "searchButton"
+            anchors.right: parent.right
+            anchors.rightMargin: 22
+            anchors.verticalCenter: parent.verticalCenter
+            width: 96; height: 44
+            radius: 22
+            gradient: Gradient {
+                orientation: Gradient.Horizontal
+                GradientStop { position: 0; color: searchArea.pressed ? "#E0603A" : "#FF7043" }
+                GradientStop { position: 1; color: "#F06292" }
+            }
+            Text {
+                anchors.centerIn: parent
+                text: "搜索"
+                color: "white"
+                font.family: view.fontFamily
+                font.pixelSize: 17
+                font.bold: true
+            }
+            MouseArea {
+                id: searchArea
+                anchors.fill: parent
+                onClicked: { input.focus = false; view.search.searchButtonClicked(input.text) }
+            }
+        }
+    }
+
+    Connections {
+        target: view.search
+        function onResignKeyboard() { input.focus = false }
+    }
+
+    // The keyword cloud, 503 points wide in its own coordinates, scaled into the screen.
+    Item {
+        id: cloudArea
+        objectName: "tagCloud"
+        anchors.top: head.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        readonly property QtObject cloud: view.search ? view.search.cloudView : null
+
+        Text {
+            x: 28; y: 20
+            text: "热门搜索"
+            color: "#2E3047"
+            font.family: view.fontFamily
+            font.pixelSize: 19
+            font.bold: true
+        }
+        Text {
+            x: 28; y: 48
+            text: "点一下关键词，马上找到想看的漫画"
+            color: "#9A93A6"
+            font.family: view.fontFamily
+            font.pixelSize: 13
+        }
+        Item {
+            id: cloudBox
+            // The cloud's 503-point area, scaled to fill the screen (positions
+            // and sizes scaled, the text drawn at its scaled size).
+            readonly property real contentBottom: {
+                var bottom = 1
+                var list = cloudArea.cloud ? cloudArea.cloud.buttons : []
+                for (var i = 0; i < list.length; ++i)
+                    bottom = Math.max(bottom, list[i].y + list[i].height + 8)
+                return bottom
+            }
+            readonly property real s: Math.max(0.5, Math.min((cloudArea.width - 40) / 503, (cloudArea.height - 100) / contentBottom, 1.9))
+            width: 503 * s
+            height: contentBottom * s
+            x: (cloudArea.width - width) / 2
+            y: 82
+            Repeater {
+                model: cloudArea.cloud ? cloudArea.cloud.buttons : []
+                delegate: Rectangle {
+                    objectName: "cloud" + modelData.tag
+                    readonly property int look: modelData.fontSize - 12
+                    readonly property var fills: ["#FFE3D6", "#E3F2FD", "#EDE7F6", "#E8F5E9"]
+                    readonly property var inks: ["#D84315", "#1565C0", "#5E35B1", "#2E7D32"]
+                    x: (modelData.x - 6) * cloudBox.s
+                    y: modelData.y * cloudBox.s
+                    width: (modelData.width + 12) * cloudBox.s
+                    height: (modelData.height + 8) * cloudBox.s
+                    radius: height / 2
+                    color: tagArea.pressed ? Qt.darker(fills[look], 1.1) : fills[look]
+                    border.color: Qt.darker(fills[look], 1.06)
+                    Text {
+                        anchors.centerIn: parent
+                        text: modelData.text
+                        color: parent.inks[parent.look]
+                        font.family: view.fontFamily
+                        font.pixelSize: Math.round(modelData.fontSize * cloudBox.s)
+                        font.bold: parent.look >= 2
+                    }
+                    MouseArea {
+                        id: tagArea
+                        anchors.fill: parent
+                        onClicked: cloudArea.cloud.tapButton(modelData.tag)
+                    }
+                }
+            }
+        }
+    }
+
+    // The results, in front of the cloud once a search answered.
+    Rectangle {
+        id: results
+        objectName: "searchResults"
+        anchors.top: head.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        color: "#FFFCF8"
+        visible: view.search && view.search.resultsVisible
+        ListView {
+            id: list
+            objectName: "resultList"
+            anchors.fill: parent
+            anchors.margins: 12
+            clip: true
+            model: view.search ? view.search.results : null
+            spacing: 0
+            header: Item {
+                width: list.width
+                height: 52
+                Text {
+                    objectName: "resultHeader"
+                    x: 10
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: view.search ? view.search.headerText : ""
+                    color: "#6B6477"
+                    font.family: view.fontFamily
+                    font.pixelSize: 16
+                }
+                Rectangle {
+                    objectName: "closeResults"
+                    anchors.right: parent.right
+                    anchors.rightMargin: 6
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 112; height: 36
+                    radius: 18
+                    color: backArea.pressed ? "#FFE3D6" : "#FFF1EB"
+                    Text {
+                        anchors.centerIn: parent
+                        text: "热门搜索"
+                        color: "#E0603A"
+                        font.family: view.fontFamily
+                        font.pixelSize: 15
+                    }
+                    MouseArea {
+                        id: backArea
+                        anchors.fill: parent
+                        onClicked: view.search.comiclistOutView()
+                    }
+                }
+            }
+            delegate: Item {
+                width: list.width
+                height: view.search ? view.search.resultRowHeight : 150
+                SortComicCell {
+                    anchors.fill: parent
+                    anchors.bottomMargin: 12
+                    gridMode: false
+                    objectName: "result" + index
+                    comicIndex: index
+                    comicName: model.comicName
+                    comicAuthor: model.comicAuthor
+                    comicCover: model.comicCover
+                    comicDescription: model.comicDescription
+                    clickTotal: model.comicClickTotal
+                    badge: model.badge
+                    lastUpdate: model.lastUpdate
+                    fontFamily: view.fontFamily
+                    onTapped: view.search.openResult(comicIndex)
+                }
+            }
+            footer: Item {
+                width: list.width
+                height: view.search && view.search.noResult ? view.search.noResultRowHeight : 0
+                visible: height > 0
+                Column {
+                    objectName: "noResultRow"
+                    anchors.centerIn: parent
+                    spacing: 12
+                    Image {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        source: "image://quorin/art/dcoverdefault.png"
+                        width: 96; height: 128
+                        opacity: 0.6
+                        asynchronous: true
+                    }
+                    Text {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        text: "很抱歉,"
+                        color: "#6B6477"
+                        font.family: view.fontFamily
+                        font.pixelSize: 18
+                    }
+                    Text {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        text: "没有你要找的漫画哦~"
+                        color: "#6B6477"
+                        font.family: view.fontFamily
+                        font.pixelSize: 18
+                    }
+                }
+            }
+        }
+    }
+
+    // The history panel under the field: x 33, the width less 66, 195 high.
+    Rectangle {
+        objectName: "historyPanel"
+        x: 33
+        y: head.height
+        width: parent.width - 66
+        height: 195
+        visible: view.search && view.search.historyVisible
+        radius: 12
+        color: "white"
+        border.color: "#EADFD3"
+        ListView {
+            id: historyList
+            anchors.fill: parent
+            anchors.margins: 8
+            anchors.bottomMargin: 48
+            clip: true
+            model: view.search ? view.search.searchHistoryArray : []
+            delegate: Rectangle {
+                objectName: "history" + index
+                width: historyList.width
+                height: 38
+                color: historyArea.pressed ? "#FFF1EB" : "transparent"
+                radius: 8
+                Text {
+                    x: 14
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "🕘  " + modelData
+                    color: "#2E3047"
+                    font.family: view.fontFamily
+                    font.pixelSize: 16
+                }
+                MouseArea {
+                    id: historyArea
+                    anchors.fill: parent
+                    onClicked: view.search.enterComicListHistory(modelData)
+                }
+            }
+        }
+        Text {
+            objectName: "clear554444"
+            visible: view.search && view.search.searchHistoryArray.length > 0
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 12
+            text: "清除搜索记录"
+            color: "#E0603A"
+            font.family: view.fontFamily
+            font.pixelSize: 15
+            MouseArea {
+                anchors.fill: parent
+                anchors.margins: -8
+                onClicked: view.search.clearnAllSearchHistory()
+            }
+        }
+    }
+}

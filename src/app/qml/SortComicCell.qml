@@ -1,0 +1,123 @@
+import QtQuick
+
+// One comic of the category or search list: the cover with its placeholder
+// and badge, then name, author, clicks and blurb. gridMode draws the narrow
+// card of the three-column grid; otherwise a wide row.
+Rectangle {
+    id: cell
+    property bool gridMode: true
+    property int comicIndex
+    property string comicName
+    property string comicAuthor
+    property string comicCover
+    property string comicDescription
+    property string clickTotal
+    property string badge
+    property string lastUpdate
+    property string fontFamily
+    signal tapped()
+
+    objectName: "comic" + comicIndex
+    radius: 12
+    color: area.pressed ? "#FFF0E6" : "white"
+    border.color: "#F0E6DC"
+
+    Item {
+        id: coverBox
+        x: 10; y: 10
+        height: parent.height - 20
+        width: Math.round(height * 0.75)
+        Image {
+            anchors.fill: parent
+            source: "image://quorin/art/dcoverdefault.png"
+            visible: cover.status !== Image.Ready
+            asynchronous: true
+        }
+        Image {
+            id: cover
+            objectName: "cover"
+            anchors.fill: parent
+            fillMode: Image.PreserveAspectCrop
+            asynchronous: true
+            sourceSize.width: 240
+            source: cell.comicCover !== "" ? "image://quorin/net/" + encodeURIComponent(cell.comicCover) : ""
+        }
+        Image {
+            x: -4
+            y: parent.height - height - 12
+            width: 58; height: 24
+            visible: cell.badge !== ""
+            source: visible ? "image://quorin/art/" + cell.badge : ""
+            asynchronous: true
+        }
+    }
+
+    Column {
+        anchors.left: coverBox.right
+        anchors.leftMargin: 14
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        y: 16
+        spacing: cell.gridMode ? 8 : 10
+        Text {
+            width: parent.width
+            text: cell.comicName
+            color: "#2E3047"
+            font.family: cell.fontFamily
+            font.pixelSize: cell.gridMode ? 17 : 20
+            font.bold: true
+            wrapMode: Text.WrapAnywhere
+            maximumLineCount: 2
+            elide: Text.ElideRight
+        }
+        Row {
+            spacing: 12
+            Text {
+                text: cell.comicAuthor
+                color: "#8A8197"
+                font.family: cell.fontFamily
+                font.pixelSize: 13
+            }
+            Text {
+                visible: !cell.gridMode && cell.lastUpdate !== ""
+                text: "更新于 " + cell.lastUpdate
+                color: "#B3ACBD"
+                font.family: cell.fontFamily
+                font.pixelSize: 13
+            }
+        }
+        Rectangle {
+            visible: cell.clickTotal !== ""
+            width: clicks.implicitWidth + 16
+            height: 22
+            radius: 11
+            color: "#FFF1EB"
+            Text {
+                id: clicks
+                anchors.centerIn: parent
+                text: "人气 " + cell.clickTotal
+                color: "#E0603A"
+                font.family: cell.fontFamily
+                font.pixelSize: 12
+            }
+        }
+        Text {
+            id: blurb
+            width: parent.width
+            text: cell.comicDescription
+            color: "#9A93A6"
+            font.family: cell.fontFamily
+            font.pixelSize: cell.gridMode ? 12 : 14
+            lineHeight: 1.15
+            wrapMode: Text.WrapAnywhere
+            maximumLineCount: Math.max(1, Math.floor((cell.height - 30 - blurb.y) / (cell.gridMode ? 16 : 19)))
+            elide: Text.ElideRight
+        }
+    }
+
+    MouseArea {
+        id: area
+        anchors.fill: parent
+        onClicked: cell.tapped()
+    }
+}

@@ -1,0 +1,239 @@
+// The catalogue screens in a real offscreen window against the in-process
+// reference site: a category opened from the shell's button and paged to its
+// end, a keyword from the search cloud, a result's detail page with its chapter
+// list sorted, and one detail page reused by every list. With
+// QUORIN_WRITE_SCREENSHOTS=1 each screen is written to docs/screenshots.
+
+#include "QuorinSite.h"
+#include "QuorinSiteFaults.h"
+#include "TestHome.h"
+#include "VORAAppDelegate.h"
+#include "VORAOverlayLayer.h"
+#include "VORARootViewController.h"
+#include "catalogue/VORAChapterView.h"
+#include "catalogue/VORACloudView.h"
+#include "catalogue/VORAComicHomePageView.h"
+#include "catalogue/VORAComicListModel.h"
+#include "catalogue/VORASearchView.h"
+#include "catalogue/VORASortView.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+struct Launch
+{
+    std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
+    std::unique_ptr<VORAAppDelegate> delegate;
+
+    explicit Launch(QSize size)
+    {
+        delegate = std::make_unique<VORAAppDelegate>(layer.get());
+        delegate->setShowsWindow(true);
+        delegate->setInitialSize(size.width(), size.height());
+        delegate->didFinishLaunching();
+    }
+    ~Launch()
+    {
+        delegate.reset();
+        layer.reset();
+    }
+    VORARootViewController *root() const { return delegate->rootViewController(); }
+    QQuickWindow *window() const { return delegate->window(); }
+    QQuickItem *item(const QString &name) const
+    {
+        if (!window())
+            return nullptr;
+        QList<QQuickItem *> queue{window()->contentItem()};
+        while (!queue.isEmpty()) {
+            QQuickItem *it = queue.takeFirst();
+            if (it->objectName() == name && it->isVisible())
+                return it;
+            queue.append(it->childItems());
+        }
+        return nullptr;
+    }
+    bool click(const QString &name) const
+    {
+        QQuickItem *it = item(name);
+        if (!it)
+            return false;
+        const QPointF centre = it->mapToScene(QPointF(it->width() / 2, it->height() / 2));
+        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
+        return true;
+    }
+    // A finger drag over an item, in steps, as a flick would come.
+    void drag(QQuickItem *it, qreal dy) const
+    {
+        const QPointF start = it->mapToScene(QPointF(it->width() / 2, dy < 0 ? it->height() - 40 : 40));
+        QTest::mousePress(window(), Qt::LeftButton, {}, start.toPoint());
+        const int steps = 12;
+        for (int i = 1; i <= steps; ++i) {
+            QTest::mouseMove(window(), (start + QPointF(0, dy * i / steps)).toPoint(), 16);
+        }
+        QTest::mouseRelease(window(), Qt::LeftButton, {}, (start + QPointF(0, dy)).toPoint(), 16);
+    }
+    void shot(const char *name) const
+    {
+        if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window())
+            return;
+        QTest::qWait(600); // let the covers decoded off the main thread arrive for the picture
+        window()->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
+    }
+};
+} // namespace
+
+class TestCatalogueScreens : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void categoryPagedToItsEnd();
+    void searchFromTheCloudThenDetailAndSort();
+
+private:
+    TestHome m_home;
+    std::unique_ptr<QuorinSite> m_site;
+};
+
+void TestCatalogueScreens::initTestCase()
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions{m_home.filePath(QStringLiteral("site"))});
+    QVERIFY(m_site->listen() != 0);
+    qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
+}
+
+void TestCatalogueScreens::categoryPagedToItsEnd()
+{
+    Launch app(QSize(1024, 768));
+    QVERIFY(app.window());
+    QTRY_VERIFY(app.item(QStringLiteral("button101")));
+    if (QQuickItem *welcome = app.item(QStringLiteral("welcomeView")))
+        Q_UNUSED(welcome);
+    app.root()->showHomePage(); // no welcome pages over the screens
+
+    QVERIFY(app.click(QStringLiteral("button101")));
+    VORASortView *sort = app.root()->sortView();
+    QVERIFY(sort);
+    sort->setRequestDelay(40);
+    QTRY_VERIFY_WITH_TIMEOUT(sort->comicList()->count() > 0, 10000);
+    QCOMPARE(sort->comicCategory(), 1);
+    QTRY_VERIFY(app.item(QStringLiteral("sortView")));
+    QTRY_VERIFY(app.item(QStringLiteral("comic0")));
+
+    // A theme from the menu, clicked in the window.
+    QVERIFY(app.click(QStringLiteral("menu116")));
+    QTRY_VERIFY(app.item(QStringLiteral("filter121")));
+    app.shot("category-menu.png");
+    QSignalSpy answered(sort, &VORASortView::answered);
+    QVERIFY(app.click(QStringLiteral("filter121")));
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 10000);
+    QCOMPARE(sort->comicCategory(), 0);
+    QVERIFY(!app.item(QStringLiteral("filterMenu")));
+
+    // The whole catalogue by update: two full pages, then the end.
+    QVERIFY(app.click(QStringLiteral("menu115")));
+    QTRY_VERIFY(app.item(QStringLiteral("filter130")));
+    QVERIFY(app.click(QStringLiteral("filter130")));
+    QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 10000);
+    QCOMPARE(sort->comicList()->count(), 30);
+    app.shot("category-grid.png");
+
+    auto *grid = qobject_cast<QQuickItem *>(app.item(QStringLiteral("sortGrid")));
+    QVERIFY(grid);
+    for (int page = 1; page <= 2; ++page) {
+        QMetaObject::invokeMethod(grid, "positionViewAtEnd");
+        app.drag(grid, -260); // pull up past the footer
+        QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2 + page, 10000);
+    }
+    QCOMPARE(sort->comicList()->count(), 60);
+    QCOMPARE(sort->textPanel(), VORASortView::endOfCategoryText);
+    QTRY_VERIFY(app.item(QStringLiteral("sortTextPanel")));
+    app.shot("category-end.png");
+
+    // The list layout, then a comic opens the detail page.
+    QVERIFY(app.click(QStringLiteral("layoutButton")));
+    QCOMPARE(sort->sortTableType(), 1);
+    QMetaObject::invokeMethod(grid, "positionViewAtBeginning");
+    QTRY_VERIFY(app.item(QStringLiteral("comic1")));
+    app.shot("category-list.png");
+    QVERIFY(app.click(QStringLiteral("comic1")));
+    QTRY_VERIFY(app.root()->comicHomePageView());
+    QCOMPARE(app.root()->comicHomePageView()->comicId(), sort->comicList()->comicAt(1)->comicId);
+    QTRY_VERIFY(app.item(QStringLiteral("comicDetail300000")));
+}
+
+void TestCatalogueScreens::searchFromTheCloudThenDetailAndSort()
+{
+    Launch app(QSize(1024, 768));
+    QVERIFY(app.window());
+    app.root()->showHomePage();
+    QTRY_VERIFY(app.item(QStringLiteral("button107")));
+    QVERIFY(app.click(QStringLiteral("button107")));
+    VORASearchView *search = app.root()->searchView();
+    QVERIFY(search);
+    QTRY_COMPARE_WITH_TIMEOUT(search->cloudView()->buttonList().size(), 10, 10000);
+    QTRY_VERIFY(app.item(QStringLiteral("cloud1001")));
+    app.shot("search-cloud.png");
+
+    // Keywords from the cloud until one finds comics; none enters the history.
+    QSignalSpy answered(search, &VORASearchView::searchAnswered);
+    const QStringList history = search->searchHistoryArray();
+    bool found = false;
+    for (int tag = 1001; tag <= 1010 && !found; ++tag) {
+        if (search->resultsVisible())
+            QVERIFY(app.click(QStringLiteral("closeResults")));
+        const int before = int(answered.count());
+        QVERIFY(app.click(QStringLiteral("cloud%1").arg(tag)));
+        QTRY_VERIFY_WITH_TIMEOUT(answered.count() > before, 10000);
+        found = search->comicList()->count() > 0;
+    }
+    QVERIFY(found);
+    QCOMPARE(search->searchHistoryArray(), history);
+    QTRY_VERIFY(app.item(QStringLiteral("result0")));
+    QCOMPARE(app.item(QStringLiteral("resultHeader"))->property("text").toString(), search->headerText());
+    app.shot("search-results.png");
+
+    // The result's detail page.
+    const QString comicId = search->comicList()->comicAt(0)->comicId;
+    QVERIFY(app.click(QStringLiteral("result0")));
+    VORAComicHomePageView *home = app.root()->comicHomePageView();
+    QVERIFY(home);
+    QCOMPARE(home->comicId(), comicId);
+    QTRY_VERIFY_WITH_TIMEOUT(home->state() == VORAComicHomePageView::Shown, 10000);
+    QTRY_VERIFY(app.item(QStringLiteral("chapter0")));
+    QCOMPARE(app.item(QStringLiteral("detailName"))->property("text").toString(), home->headInfo().value("name").toString());
+    app.shot("detail-page.png");
+
+    // Sorting the chapters in the window.
+    const QStringList serverOrder = home->chapterView()->chapterIds();
+    QVERIFY(app.click(QStringLiteral("chapterSortButton")));
+    QVERIFY(!home->chapterView()->ascending());
+    QTRY_COMPARE(app.item(QStringLiteral("chapter0"))->property("chapterId").toString(), serverOrder.last());
+    app.shot("detail-page-sorted.png");
+    QVERIFY(app.click(QStringLiteral("chapterSortButton")));
+    QTRY_COMPARE(app.item(QStringLiteral("chapter0"))->property("chapterId").toString(), serverOrder.first());
+
+    // A typed search opens through the same page object.
+    VORAComicHomePageView *same = home;
+    QVERIFY(app.click(QStringLiteral("closeDetail")));
+    QTRY_VERIFY(!app.root()->hasComicDetail());
+    search->openResult(search->comicList()->count() - 1);
+    QCOMPARE(app.root()->comicHomePageView(), same);
+
+    // Portrait: the detail page stacks its head over the chapters.
+    app.window()->resize(768, 1024);
+    QTRY_VERIFY(!app.root()->isLandscape());
+    QTRY_VERIFY_WITH_TIMEOUT(same->state() == VORAComicHomePageView::Shown, 10000);
+    app.shot("detail-page-portrait.png");
+}
+
+QTEST_MAIN(TestCatalogueScreens)
+#include "tst_cataloguescreens.moc"

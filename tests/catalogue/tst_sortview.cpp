@@ -7,11 +7,13 @@
 #include "catalogue/VORAComicListModel.h"
 #include "catalogue/VORANetWorkNoLinking.h"
 #include "catalogue/VORASortView.h"
+#include "core/VORAUtility.h"
 #include "net/VORASortWebService.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTest>
 #include <QUrlQuery>
 
@@ -41,6 +43,7 @@ private slots:
     void pagingUntilAnEmptyPageThenPullDown();
     void layoutsAndMenus();
     void failuresKeepTheList();
+    void failureWithoutNetworkAsksForATap();
     void malformedAnswers_data();
     void malformedAnswers();
     void noNetworkSendsNothing();
@@ -276,6 +279,32 @@ void TestSortView::failuresKeepTheList()
     QCOMPARE(lastListQuery(*m_env.site).queryItemValue("page"), QStringLiteral("1"));
     QCOMPARE(view->comicList()->count(), 60);
     QVERIFY(!view->noNetwork()->isVisible());
+}
+
+void TestSortView::failureWithoutNetworkAsksForATap()
+{
+    // A host that takes the request, then goes away before answering.
+    QTcpServer host;
+    QVERIFY(host.listen(QHostAddress::LocalHost));
+    qputenv("QUORIN_API_BASE", QStringLiteral("http://127.0.0.1:%1/").arg(host.serverPort()).toUtf8());
+    auto view = makeView();
+    QSignalSpy failed(view.get(), &VORASortView::requestFailed);
+    view->begainRequestData();
+    // The reachability probes connect too: wait for the connection that carries the request.
+    QList<QTcpSocket *> sockets;
+    const auto requestArrived = [&]() {
+        while (host.hasPendingConnections())
+            sockets.append(host.nextPendingConnection());
+        return std::any_of(sockets.cbegin(), sockets.cend(), [](QTcpSocket *s) { return s->bytesAvailable() > 0; });
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(requestArrived(), 10000);
+    host.close();
+    QTRY_VERIFY_WITH_TIMEOUT(!VORAUtility::isExistenceNetwork(), 10000);
+    for (QTcpSocket *socket : sockets)
+        socket->abort();
+    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 10000);
+    QVERIFY(view->noNetwork()->isVisible());
+    QCOMPARE(view->noNetwork()->text(), VORASortView::tapToRetryText);
 }
 
 void TestSortView::malformedAnswers_data()

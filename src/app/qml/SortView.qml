@@ -220,8 +220,13 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         height: visible ? flow.height + 36 : 0
-        color: "#F7FFFFFF"
-        Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: "#EADFD3" }
+        color: "white"
+        Rectangle { anchors.top: parent.bottom; width: parent.width; height: 10
+            gradient: Gradient {
+                GradientStop { position: 0; color: "#262E3047" }
+                GradientStop { position: 1; color: "#002E3047" }
+            }
+        }
         Flow {
             id: flow
             x: 22; y: 18

@@ -4,6 +4,7 @@
 // list sorted, and one detail page reused by every list. With
 // QUORIN_WRITE_SCREENSHOTS=1 each screen is written to docs/screenshots.
 
+#include "../catalogue/CatalogueTestSupport.h"
 #include "QuorinSite.h"
 #include "QuorinSiteFaults.h"
 #include "TestHome.h"
@@ -96,6 +97,7 @@ private slots:
     void initTestCase();
     void categoryPagedToItsEnd();
     void searchFromTheCloudThenDetailAndSort();
+    void buyingAChapterThroughTheDialogs();
 
 private:
     TestHome m_home;
@@ -233,6 +235,47 @@ void TestCatalogueScreens::searchFromTheCloudThenDetailAndSort()
     QTRY_VERIFY(!app.root()->isLandscape());
     QTRY_VERIFY_WITH_TIMEOUT(same->state() == VORAComicHomePageView::Shown, 10000);
     app.shot("detail-page-portrait.png");
+}
+
+void TestCatalogueScreens::buyingAChapterThroughTheDialogs()
+{
+    Launch app(QSize(1024, 768));
+    QVERIFY(app.window());
+    app.root()->showHomePage();
+    QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    global->appStatus()->setFromAppStore(0);
+    const qint64 coins = global->user()->userCoin();
+
+    app.root()->openComicDetail(QStringLiteral("10002"), QString(), QString());
+    VORAComicHomePageView *home = app.root()->comicHomePageView();
+    QTRY_VERIFY_WITH_TIMEOUT(home->state() == VORAComicHomePageView::Shown, 10000);
+    int row = -1;
+    for (int i = 0; i < home->chapterView()->count() && row < 0; ++i) {
+        const VORAChapterInfoDTO &c = home->chapterView()->rowAt(i)->chapter;
+        if (c.type == 2 && c.buyed == 0 && c.price > 0)
+            row = i;
+    }
+    QVERIFY(row >= 0);
+    const VORAChapterInfoDTO chapter = home->chapterView()->rowAt(row)->chapter;
+    QTRY_VERIFY(app.item(QStringLiteral("chapter%1").arg(row)));
+    QVERIFY(app.click(QStringLiteral("chapter%1").arg(row)));
+    QTRY_VERIFY(app.item(QStringLiteral("alertBox")));
+    QCOMPARE(app.item(QStringLiteral("alertMessage"))->property("text").toString(),
+             QString::asprintf("购买此章节需要%dquorin币", int(chapter.price)));
+    app.shot("detail-coin-alert.png");
+
+    QSignalSpy read(home, &VORAComicHomePageView::readRequested);
+    QVERIFY(app.click(QStringLiteral("alertButton1"))); // "购买此章节"
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("alertMessage"))
+                                 && app.item(QStringLiteral("alertMessage"))->property("text").toString() == QStringLiteral("章节购买成功"),
+                             10000);
+    QCOMPARE(global->user()->userCoin(), coins - chapter.price);
+    QCOMPARE(home->chapterView()->index(row).data(VORAChapterView::MarkRole).toString(), QStringLiteral("comicbuyed"));
+    app.shot("detail-bought.png");
+    QVERIFY(app.click(QStringLiteral("alertButton1"))); // "进去阅读"
+    QTRY_COMPARE(read.count(), 1);
+    QCOMPARE(read.first().at(1).toString(), chapter.chapterId);
 }
 
 QTEST_MAIN(TestCatalogueScreens)

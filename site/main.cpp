@@ -74,14 +74,14 @@ int main(int argc, char **argv)
     }
     for (const QString &p : parser.values(stall))
         faults.setStall(p);
-    for (const QString &spec : parser.values(error)) {
-        const int eq = spec.lastIndexOf(QLatin1Char('='));
-        const int status = eq > 0 ? spec.mid(eq + 1).toInt(&ok) : 0;
+    for (const QString &entry : parser.values(error)) {
+        const int eq = entry.lastIndexOf(QLatin1Char('='));
+        const int status = eq > 0 ? entry.mid(eq + 1).toInt(&ok) : 0;
         if (eq <= 0 || !ok || status < 100 || status > 599) {
             err << "quorin-site: --error wants PATH=STATUS, e.g. ios/pad/list.php=503\n";
             return 2;
         }
-        faults.setErrorStatus(spec.left(eq), status,
+        faults.setErrorStatus(entry.left(eq), status,
                               QStringLiteral("{\"code\":0,\"message\":\"injected HTTP %1\"}").arg(status).toUtf8());
     }
     for (const QString &p : parser.values(malformed))

@@ -10,9 +10,9 @@
 // s text, d identifier (decimal digits as text), i integer number, n number,
 // b "0"/"1"/"2"-style code text, o object, a array, u absolute URL under base,
 // N number or null. Returns the first mismatch, or an empty string.
-inline QString checkShape(const QJsonObject &o, const QString &spec, const QString &base = QString())
+inline QString checkShape(const QJsonObject &o, const QString &shape, const QString &base = QString())
 {
-    for (const QString &entry : spec.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+    for (const QString &entry : shape.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         const QString key = entry.section(QLatin1Char(':'), 0, 0);
         const QString type = entry.section(QLatin1Char(':'), 1);
         if (!o.contains(key))

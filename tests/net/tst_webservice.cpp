@@ -83,7 +83,6 @@ private slots:
     void malformedAnswers_data();
     void malformedAnswers();
     void gzipAnswerReachesParserAsText();
-    void synchronousRequestOnWorkerThread();
     void mainThreadCancelsWorkerRequest();
     void concurrentRequestsKeepTheirOwnAnswers();
 
@@ -328,22 +327,11 @@ void TestWebService::stalledServiceFailsWithTimeOut()
 
 void TestWebService::refusalIsNotAnError()
 {
-    // Wrong credentials: the site refuses with code 0; the transport succeeded.
-    VORAGetAuthenticateQ42UserService login;
-    login.userName = QStringLiteral("reader");
-    login.password = QStringLiteral("wrong");
-    ServiceRecorder recorder;
-    QVERIFY(runAsync(login, recorder));
-    QVERIFY(!recorder.lastError);
-    QCOMPARE(login.code, 0);
-    QVERIFY(!login.message.isEmpty());
-    QVERIFY(login.key.isEmpty());
-    QVERIFY(!login.data);
-
-    // A server error page is parsed like any answer.
+    // A server error page is parsed like any answer, not reported as a failure.
     m_site->faults().setErrorStatus(QStringLiteral("v3/app/ios/pad/member/openLogin"), 500,
                                     "{\"code\":1,\"data\":{\"stateCode\":0,\"message\":\"busy\"}}");
     VORAOpenLoginService open;
+    ServiceRecorder recorder;
     QVERIFY(runAsync(open, recorder));
     QVERIFY(!recorder.lastError);
     QCOMPARE(open.code, 0);
@@ -517,30 +505,6 @@ void TestWebService::gzipAnswerReachesParserAsText()
     QCOMPARE(tags.tagList.size(), 15);
 }
 
-void TestWebService::synchronousRequestOnWorkerThread()
-{
-    ServiceRecorder recorder;
-    VORAGetCloudTagService *seen = nullptr;
-    qsizetype count = -1;
-    bool failed = true;
-    QThread *worker = QThread::create([&] {
-        VORAGetCloudTagService tags;
-        tags.num = 6;
-        tags.synchronousRequest();
-        failed = tags.error() != nullptr;
-        count = tags.tagList.size();
-        seen = &tags;
-        QVERIFY(!tags.request()); // dropped at the end
-    });
-    worker->start();
-    QVERIFY(worker->wait(20000));
-    delete worker;
-    QVERIFY(seen);
-    QVERIFY(!failed);
-    QCOMPARE(count, 6);
-    QCOMPARE(recorder.calls, 0);
-}
-
 void TestWebService::mainThreadCancelsWorkerRequest()
 {
     const QString path = QStringLiteral("ios/pad/hot_keywords.php");
@@ -603,7 +567,8 @@ void TestWebService::concurrentRequestsKeepTheirOwnAnswers()
             s.comicId = ids.at((offset + i * 3) % ids.size());
             s.synchronousRequest();
             const auto info = s.comicInfo();
-            if (s.error() || !info || info->comicId != s.comicId || info->name != names.value(s.comicId))
+            if (s.error() || !info || info->comicId != s.comicId || info->name != names.value(s.comicId)
+                || s.request()) // a synchronous request is dropped at the end
                 ++workerMismatches;
             ++workerDone;
         }

@@ -5,6 +5,7 @@
 #include <QJsonValue>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 
 // Checks an answer object against a list of "key:type" entries, types being
 // s text, d identifier (decimal digits as text), i integer number, n number,
@@ -45,3 +46,10 @@ inline QString checkShape(const QJsonObject &o, const QString &shape, const QStr
     }
     return {};
 }
+
+// Fails the running test with the first mismatch of checkShape().
+#define QVERIFY_SHAPE(...) \
+    do { \
+        const QString shapeMismatch = checkShape(__VA_ARGS__); \
+        QVERIFY2(shapeMismatch.isEmpty(), qPrintable(shapeMismatch)); \
+    } while (false)

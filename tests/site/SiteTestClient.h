@@ -42,6 +42,8 @@ public:
     // Signs in with a demo account and keeps the key; returns the "user" object.
     QJsonObject signIn(const QString &username, const QString &password);
 
+    // Text as the client uploads it in a form field: UTF-8, then Base64.
+    static QString b64(const QString &text) { return QString::fromLatin1(text.toUtf8().toBase64()); }
     // The "data" object of a "v3/app/" answer.
     static QJsonObject v3Data(const Reply &reply) { return reply.json.value(QStringLiteral("data")).toObject(); }
 

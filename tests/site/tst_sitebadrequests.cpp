@@ -4,25 +4,18 @@
 #include "QuorinSite.h"
 #include "SiteTestClient.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
+
+#include <memory>
 
 using Params = QList<QPair<QString, QString>>;
 Q_DECLARE_METATYPE(Params)
-
-namespace {
-QString b64(const QByteArray &text)
-{
-    return QString::fromLatin1(text.toBase64());
-}
-}
 
 class TestSiteBadRequests : public QObject
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void refusedInTheRightForm_data();
     void refusedInTheRightForm();
     void unknownPathsAndImages_data();
@@ -30,26 +23,17 @@ private slots:
     void siteStillServesAfterwards();
 
 private:
-    QTemporaryDir m_dir;
-    QuorinSite *m_site = nullptr;
+    std::unique_ptr<QuorinSite> m_site;
     QString m_key;
 };
 
 void TestSiteBadRequests::initTestCase()
 {
-    QVERIFY(m_dir.isValid());
-    QuorinSiteOptions options;
-    options.dataDir = m_dir.path();
-    m_site = new QuorinSite(options);
+    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions()); // on a private temporary directory
     QVERIFY(m_site->listen());
     SiteTestClient client(m_site->baseUrl());
     QVERIFY(!client.signIn("reader", "reader123").isEmpty());
     m_key = client.key();
-}
-
-void TestSiteBadRequests::cleanupTestCase()
-{
-    delete m_site;
 }
 
 void TestSiteBadRequests::refusedInTheRightForm_data()
@@ -94,17 +78,17 @@ void TestSiteBadRequests::refusedInTheRightForm_data()
     QTest::newRow("comic id negative") << "ios/pad/comic_127.php" << false << false << Params{{"comic_id", "-10001"}};
     QTest::newRow("check update bad record") << "ios/pad/check_update.php" << false << true << Params{{"post_data", "10001|abc||"}};
     QTest::newRow("check update missing") << "ios/pad/check_update.php" << false << true << Params{};
-    QTest::newRow("fav signed out") << "ios/pad/fav.php" << false << true << Params{{"data", b64("10001|add|0||")}};
+    QTest::newRow("fav signed out") << "ios/pad/fav.php" << false << true << Params{{"data", SiteTestClient::b64("10001|add|0||")}};
     QTest::newRow("fav bad base64") << "ios/pad/fav.php" << true << true << Params{{"data", "!!!not base64***"}};
-    QTest::newRow("fav record without time") << "ios/pad/fav.php" << true << true << Params{{"data", b64("10001|add||")}};
-    QTest::newRow("fav unknown action") << "ios/pad/fav.php" << true << true << Params{{"data", b64("10001|eat|0||")}};
+    QTest::newRow("fav record without time") << "ios/pad/fav.php" << true << true << Params{{"data", SiteTestClient::b64("10001|add||")}};
+    QTest::newRow("fav unknown action") << "ios/pad/fav.php" << true << true << Params{{"data", SiteTestClient::b64("10001|eat|0||")}};
     // Reading and purchases.
     QTest::newRow("chapter zero") << "ios/pad/chapter_127.php" << false << false << Params{{"chapter_id", "0"}};
     QTest::newRow("chapter negative") << "ios/pad/chapter_127.php" << false << false << Params{{"chapter_id", "-5"}};
     QTest::newRow("chapter webp 2") << "ios/pad/chapter_127.php" << false << false << Params{{"chapter_id", "40001"}, {"webp", "2"}};
-    QTest::newRow("read log signed out") << "ios/pad/image_log.php" << false << true << Params{{"image_ids", b64("{}")}};
+    QTest::newRow("read log signed out") << "ios/pad/image_log.php" << false << true << Params{{"image_ids", SiteTestClient::b64("{}")}};
     QTest::newRow("read log bad base64") << "ios/pad/image_log.php" << true << true << Params{{"image_ids", "%%%"}};
-    QTest::newRow("read log json array") << "ios/pad/image_log.php" << true << true << Params{{"image_ids", b64("[1,2]")}};
+    QTest::newRow("read log json array") << "ios/pad/image_log.php" << true << true << Params{{"image_ids", SiteTestClient::b64("[1,2]")}};
     QTest::newRow("buy signed out") << "v3/app/ios/pad/buyChapter/buy" << false << false << Params{{"comicId", "10002"}, {"chapter", "[\"40050\"]"}};
     QTest::newRow("buy truncated json") << "v3/app/ios/pad/buyChapter/buy" << true << false << Params{{"comicId", "10002"}, {"chapter", "[\"400"}};
     QTest::newRow("buy chapter of another comic") << "v3/app/ios/pad/buyChapter/buy" << true << false << Params{{"comicId", "10002"}, {"chapter", "[\"40001\"]"}};

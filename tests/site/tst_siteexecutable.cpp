@@ -69,16 +69,13 @@ void TestSiteExecutable::answersEveryPathAndLogs()
     QVERIFY2(start(site, {}, &base), site.readAllStandardError().constData());
     SiteTestClient client(base);
     QVERIFY(!client.signIn("reader", "reader123").isEmpty());
-    int count = 0;
     for (const char *path : kCatalogue) {
         const auto r = client.get(QString::fromLatin1(path));
         QVERIFY2(r.status == 200 && r.isObject, path);
         QVERIFY2(r.json.value("code").isDouble(), path);
         if (QByteArray(path).startsWith("v3/app/"))
             QVERIFY2(SiteTestClient::v3Data(r).value("stateCode").isDouble(), path);
-        ++count;
     }
-    QCOMPARE(count, 40);
     site.terminate();
     QVERIFY(site.waitForFinished(10000));
     // One line per request: method, path, status, bytes, milliseconds.

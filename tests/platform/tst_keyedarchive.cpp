@@ -16,7 +16,6 @@ class tst_KeyedArchive : public QObject
     Q_OBJECT
 private slots:
     void roundTrip();
-    void ownerOnlyMode();
     void damagedFilesLoadAsUndefined_data();
     void damagedFilesLoadAsUndefined();
     void failedWriteKeepsTheOldFile();
@@ -55,25 +54,11 @@ void tst_KeyedArchive::roundTrip()
     QCOMPARE(root.toMap().value(QStringLiteral("AppStatus")).toInteger(), 7);
     // No temporary file is left behind.
     QCOMPARE(QDir(home.filePath("deep/er")).entryList(QDir::Files), QStringList{"AppStatus.txt"});
-}
+    // A missing file and a directory in the file's place load as undefined.
+    QVERIFY(KeyedArchive::load(home.filePath("Missing.txt"), "User").isUndefined());
+    QVERIFY(KeyedArchive::load(home.filePath("deep"), "User").isUndefined());
 
-void tst_KeyedArchive::ownerOnlyMode()
-{
-    TestHome home;
-    const QString secret = home.filePath("User.txt");
-    const QString plain = home.filePath("Plain.txt");
-    QVERIFY(KeyedArchive::save(secret, "User", QCborMap{{QStringLiteral("key"), QStringLiteral("k")}}, true));
-    QVERIFY(KeyedArchive::save(plain, "User", QCborMap{}, false));
-
-    const auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther
-        | QFileDevice::WriteOther;
-    QCOMPARE(QFileInfo(secret).permissions() & others, QFileDevice::Permissions());
-    QVERIFY(QFileInfo(secret).permissions() & QFileDevice::ReadOwner);
-
-    // Rewriting a file that was world-readable makes it owner-only as well.
-    QVERIFY(QFile::setPermissions(plain, QFile::permissions(plain) | QFileDevice::ReadOther));
-    QVERIFY(KeyedArchive::save(plain, "User", QCborMap{}, true));
-    QCOMPARE(QFileInfo(plain).permissions() & others, QFileDevice::Permissions());
+    // Owner-only saves (the User.txt mode): see tst_appglobaldata.
 }
 
 void tst_KeyedArchive::damagedFilesLoadAsUndefined_data()
@@ -105,10 +90,6 @@ void tst_KeyedArchive::damagedFilesLoadAsUndefined()
     const QString path = home.filePath("User.txt");
     writeRaw(path, bytes);
     QVERIFY(KeyedArchive::load(path, "User").isUndefined());
-    // A missing file and a directory in the file's place read the same way.
-    QVERIFY(KeyedArchive::load(home.filePath("Missing.txt"), "User").isUndefined());
-    QVERIFY(QDir().mkpath(home.filePath("Dir.txt")));
-    QVERIFY(KeyedArchive::load(home.filePath("Dir.txt"), "User").isUndefined());
 }
 
 void tst_KeyedArchive::failedWriteKeepsTheOldFile()

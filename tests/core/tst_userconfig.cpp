@@ -6,53 +6,51 @@
 
 #include <QTest>
 
+namespace {
+// Each switch with its stored default; the first two are on at first start.
+struct Switch
+{
+    bool (VORAUserConfig::*get)() const;
+    void (VORAUserConfig::*set)(bool);
+    bool initial;
+};
+const Switch switches[] = {
+    {&VORAUserConfig::isNotifyUpdate, &VORAUserConfig::setIsNotifyUpdate, true},
+    {&VORAUserConfig::isVerticalScreen, &VORAUserConfig::setIsVerticalScreen, true},
+    {&VORAUserConfig::isTurnPageByVolumeBtn, &VORAUserConfig::setIsTurnPageByVolumeBtn, false},
+    {&VORAUserConfig::isDisplayTuCao, &VORAUserConfig::setIsDisplayTuCao, false},
+    {&VORAUserConfig::isOpenLuminanceAutoAdjust, &VORAUserConfig::setIsOpenLuminanceAutoAdjust, false},
+    {&VORAUserConfig::isAutoLuminance, &VORAUserConfig::setIsAutoLuminance, false},
+};
+} // namespace
+
 class tst_UserConfig : public QObject
 {
     Q_OBJECT
 private slots:
-    void defaultsWhenNothingIsStored();
-    void changesSurviveARestart();
+    void defaultsThenChangesSurviveARestart();
     void storedValuesOfTheWrongType();
 };
 
-void tst_UserConfig::defaultsWhenNothingIsStored()
-{
-    TestHome home;
-    VORAUserConfig config;
-    QCOMPARE(config.isNotifyUpdate(), true);
-    QCOMPARE(config.isVerticalScreen(), true);
-    QCOMPARE(config.isTurnPageByVolumeBtn(), false);
-    QCOMPARE(config.isDisplayTuCao(), false);
-    QCOMPARE(config.isOpenLuminanceAutoAdjust(), false);
-    QCOMPARE(config.isAutoLuminance(), false);
-    QCOMPARE(config.luminanceValue(), 0.0);
-    // Loading defaults writes nothing.
-    QVERIFY(!UserDefaults::standard().contains("KIsNotifyUpdate"));
-}
-
-void tst_UserConfig::changesSurviveARestart()
+void tst_UserConfig::defaultsThenChangesSurviveARestart()
 {
     TestHome home;
     {
         VORAUserConfig config;
-        config.setIsVerticalScreen(false);
-        config.setIsNotifyUpdate(false);
-        config.setIsTurnPageByVolumeBtn(true);
-        config.setIsDisplayTuCao(true);
-        config.setIsOpenLuminanceAutoAdjust(true);
-        config.setIsAutoLuminance(true);
+        for (const Switch &s : switches)
+            QCOMPARE((config.*s.get)(), s.initial);
+        QCOMPARE(config.luminanceValue(), 0.0);
+        QVERIFY(!UserDefaults::standard().contains("KIsNotifyUpdate")); // loading defaults writes nothing
+        for (const Switch &s : switches)
+            (config.*s.set)(!s.initial);
         config.setLuminanceValue(0.1);
         QCOMPARE(config.luminanceValue(), double(0.1f)); // kept as a float
     }
     // A fresh store over the same file, as in the next launch.
     UserDefaults reopened(UserDefaults::standardFilePath());
     VORAUserConfig next(&reopened);
-    QCOMPARE(next.isVerticalScreen(), false);
-    QCOMPARE(next.isNotifyUpdate(), false);
-    QCOMPARE(next.isTurnPageByVolumeBtn(), true);
-    QCOMPARE(next.isDisplayTuCao(), true);
-    QCOMPARE(next.isOpenLuminanceAutoAdjust(), true);
-    QCOMPARE(next.isAutoLuminance(), true);
+    for (const Switch &s : switches)
+        QCOMPARE((next.*s.get)(), !s.initial);
     QCOMPARE(next.luminanceValue(), double(0.1f));
 
     // Back to true is stored as well (not merely "absent").

@@ -11,11 +11,6 @@
 
 namespace {
 
-QJsonObject json(const char *text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
-
 VORAUser signedInUser()
 {
     VORAUser user;
@@ -44,7 +39,6 @@ private slots:
     void signInPayload();
     void autoLoginAnswer_data();
     void autoLoginAnswer();
-    void autoLoginReadsQQNameFromUserDefaults();
     void serviceAnswers_data();
     void serviceAnswers();
 
@@ -69,6 +63,8 @@ void TestAccountFiller::signInPayload_data()
                                              << false << "n" << "" << "" << qint64(0) << qint64(0);
     QTest::newRow("nulls and wrong types") << QByteArray(R"({"key":null,"user":{"nickname":null,"coin":"12abc","level":[1],"user_id":null}})")
                                            << false << "" << "" << "" << qint64(0) << qint64(12);
+    QTest::newRow("booleans and objects are not text") << QByteArray(R"({"key":true,"user":{"nickname":{"a":1},"user_id":false,"coin":true}})")
+                                                       << false << "" << "" << "" << qint64(0) << qint64(1);
     QTest::newRow("user not an object") << QByteArray(R"({"key":"k","user":"oops"})")
                                         << false << "" << "" << "k" << qint64(0) << qint64(0);
     QTest::newRow("site account ignores vip_level") << QByteArray(R"({"key":"k","user":{"group_user":"1","level":4,"vip_level":8}})")
@@ -141,8 +137,16 @@ void TestAccountFiller::autoLoginAnswer()
     QFETCH(QString, nickName);
     QFETCH(qint64, level);
     VORAUser user = signedInUser();
-    QCOMPARE(VORAAccountFiller::applyAutoLoginAnswer(user, QJsonDocument::fromJson(answer).object(), qqLoginData),
-             signedIn);
+    const QJsonObject object = QJsonDocument::fromJson(answer).object();
+    QCOMPARE(VORAAccountFiller::applyAutoLoginAnswer(user, object, qqLoginData), signedIn);
+    // Without the QQ data at hand, it is read from the user defaults.
+    if (qqLoginData.isEmpty())
+        UserDefaults::standard().remove(QStringLiteral("QQLoginData"));
+    else
+        UserDefaults::standard().setValue(QStringLiteral("QQLoginData"), qqLoginData);
+    VORAUser viaDefaults = signedInUser();
+    QCOMPARE(VORAAccountFiller::applyAutoLoginAnswer(viaDefaults, object), signedIn);
+    QCOMPARE(viaDefaults.nickName(), nickName);
     QCOMPARE(user.isLogin(), signedIn);
     QCOMPARE(user.nickName(), nickName);
     QCOMPARE(user.level(), level);
@@ -160,19 +164,6 @@ void TestAccountFiller::autoLoginAnswer()
         QCOMPARE(user.siteName(), QStringLiteral("quorin"));
         QCOMPARE(user.ticket(), 2);
     }
-}
-
-void TestAccountFiller::autoLoginReadsQQNameFromUserDefaults()
-{
-    const QJsonObject answer = json(R"({"data":{"stateCode":1,"returnData":{"key":"k","user":{"site":"qq","nickname":"x"}}}})");
-    UserDefaults::standard().remove(QStringLiteral("QQLoginData"));
-    VORAUser user;
-    VORAAccountFiller::applyAutoLoginAnswer(user, answer);
-    QCOMPARE(user.nickName(), QString());
-    UserDefaults::standard().setValue(QStringLiteral("QQLoginData"),
-                                      QVariantMap{{"QQLoginnickName", QStringLiteral("企鹅")}});
-    VORAAccountFiller::applyAutoLoginAnswer(user, answer);
-    QCOMPARE(user.nickName(), QStringLiteral("企鹅"));
 }
 
 void TestAccountFiller::serviceAnswers_data()

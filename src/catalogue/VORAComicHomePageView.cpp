@@ -16,7 +16,6 @@
 #include "store/VORADatabaseManager.h"
 
 #include <QJsonObject>
-#include <QPointer>
 #include <QSet>
 
 namespace {
@@ -213,8 +212,9 @@ void VORAComicHomePageView::initBookshelfAndReadHistory()
     // The cache file and the store are read off the main thread.
     const quint64 generation = m_generation;
     const QString comicId = m_comicId;
-    QPointer<VORAComicHomePageView> self(this);
-    m_io.start([self, generation, comicId]() {
+    // The destructor waits for the pool, so `this` outlives the job; a queued
+    // call to an object deleted meanwhile is dropped by Qt.
+    m_io.start([this, generation, comicId]() {
         LocalInfo info;
         info.cached = VORAComicCache::shareComicCacheObj()->getComicWithComicId(comicId);
         {
@@ -228,12 +228,8 @@ void VORAComicHomePageView::initBookshelfAndReadHistory()
                     info.downloadedChapterIds.append(chapter.chapterId);
             }
         }
-        // The destructor waits for this job, so the object outlives the post.
-        if (self)
-            QMetaObject::invokeMethod(self.data(), [self, generation, info]() {
-                if (self)
-                    self->applyLocalInfo(generation, info);
-            }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [this, generation, info]() { applyLocalInfo(generation, info); },
+                                  Qt::QueuedConnection);
     });
 }
 

@@ -10,7 +10,6 @@
 #include "store/VORAHistory.h"
 #include "store/VORAPersistenceManager.h"
 
-#include <QPointer>
 
 const QString VORASearchView::requestFailedText = QStringLiteral("请求服务器失败，网络信号不是太好哟~");
 const QString VORASearchView::noNetworkText = QStringLiteral("网络死掉了，请揉捏客户端或刷新重试");
@@ -30,26 +29,25 @@ VORASearchView::VORASearchView(QObject *parent)
     m_io.setExpiryTimeout(2000);
     connect(m_cloudView, &VORACloudView::enterComicList, this, &VORASearchView::enterComicList);
 
-    QPointer<VORASearchView> self(this);
+    // The destructor waits for the pool, so `this` outlives the job; a queued
+    // call to an object deleted meanwhile is dropped by Qt.
+    VORASearchView *self = this;
     m_io.start([self]() {
         const QStringList list =
             VORAHistory::initWithCoder(VORAPersistenceManager::loadObject(historyKey, VORAPersistenceManager::searchHistoryFile()))
                 .getAllSearchHistory();
-        if (self)
-            QMetaObject::invokeMethod(self.data(), [self, list]() {
-                if (!self)
-                    return;
-                // A search made before the file was read goes in front.
-                VORAHistory merged;
-                for (auto it = list.crbegin(); it != list.crend(); ++it)
-                    merged.addSearchKey(*it);
-                for (auto it = self->m_searchHistoryArray.crbegin(); it != self->m_searchHistoryArray.crend(); ++it)
-                    merged.addSearchKey(*it);
-                self->m_searchHistoryArray = merged.getAllSearchHistory();
-                self->m_historyLoaded = true;
-                emit self->historyChanged();
-                emit self->historyLoaded();
-            }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(self, [self, list]() {
+            // A search made before the file was read goes in front.
+            VORAHistory merged;
+            for (auto it = list.crbegin(); it != list.crend(); ++it)
+                merged.addSearchKey(*it);
+            for (auto it = self->m_searchHistoryArray.crbegin(); it != self->m_searchHistoryArray.crend(); ++it)
+                merged.addSearchKey(*it);
+            self->m_searchHistoryArray = merged.getAllSearchHistory();
+            self->m_historyLoaded = true;
+            emit self->historyChanged();
+            emit self->historyLoaded();
+        }, Qt::QueuedConnection);
     });
 }
 

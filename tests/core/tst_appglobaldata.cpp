@@ -53,7 +53,6 @@ private slots:
     void userDecodingIsDefensive_data();
     void userDecodingIsDefensive();
     void logonOutKeepsTheAccountIdentity();
-    void saveUserWithReturnData_data();
     void saveUserWithReturnData();
     void bookshelfSyncTimeRule_data();
     void bookshelfSyncTimeRule();
@@ -401,55 +400,34 @@ void tst_AppGlobalData::logonOutKeepsTheAccountIdentity()
     QVERIFY(!next.user()->isLogin());
 }
 
-void tst_AppGlobalData::saveUserWithReturnData_data()
-{
-    QTest::addColumn<QByteArray>("payload");
-    QTest::addColumn<int>("userType");
-    QTest::addColumn<QStringList>("texts"); // key, nickName, userId, userName, vipUser, faceImage, siteName
-    QTest::addColumn<QList<qint64>>("numbers"); // coin, level, ticket
-
-    QTest::newRow("site account")
-        << QByteArray(R"({"key":"abc","user":{"site":"q42","nickname":"小明","user_id":"1001",
-            "username":"xm","group_user":"0","face":"http://f/1.png","coin":"25","level":3,"ticket":1,
-            "vip_level":9}})")
-        << 2 << QStringList{"abc", "小明", "1001", "xm", "0", "http://f/1.png", "q42"}
-        << QList<qint64>{25, 3, 1};
-    QTest::newRow("numeric user_id")
-        << QByteArray(R"({"key":"k","user":{"user_id":1001,"nickname":12,"level":"7x","coin":4.9}})")
-        << 3 << QStringList{"k", "", "", "", "", "", ""} << QList<qint64>{4, 7, 0};
-    // Nulls, wrong types and a "user" that is not an object: see tst_accountfiller.
-}
-
 void tst_AppGlobalData::saveUserWithReturnData()
 {
-    QFETCH(QByteArray, payload);
-    QFETCH(int, userType);
-    QFETCH(QStringList, texts);
-    QFETCH(QList<qint64>, numbers);
+    // The filling rules (numeric user_id, nulls, wrong types): see tst_accountfiller.
     startUp();
-
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     *global->user() = VORAUser();
     global->user()->setUserViewJumpIsTopupType(2);
-    const QJsonObject data = QJsonDocument::fromJson(payload).object();
+    const QJsonObject data = QJsonDocument::fromJson(R"({"key":"abc","user":{"site":"q42","nickname":"小明",
+        "user_id":"1001","username":"xm","group_user":"0","face":"http://f/1.png","coin":"25","level":3,"ticket":1,
+        "vip_level":9}})").object();
     QVERIFY(!data.isEmpty());
-    VORAUtility::saveUserWithReturnData(data, "password", userType, "site");
+    VORAUtility::saveUserWithReturnData(data, "password", 2, "site");
 
     // What the next start finds on disk.
     VORAAppGlobalData next;
     const VORAUser *u = next.user();
-    QVERIFY(u->isLogin()); // a key is always written, if only an empty one
-    QCOMPARE(u->key().value_or("<none>"), texts[0]);
-    QCOMPARE(u->nickName(), texts[1]);
-    QCOMPARE(u->userId(), texts[2]);
-    QCOMPARE(u->userName(), texts[3]);
-    QCOMPARE(u->vipUser(), texts[4]);
-    QCOMPARE(u->faceImage(), texts[5]);
-    QCOMPARE(u->siteName(), texts[6]);
-    QCOMPARE(u->userCoin(), numbers[0]);
-    QCOMPARE(u->level(), numbers[1]);
-    QCOMPARE(u->ticket(), numbers[2]);
-    QCOMPARE(u->userType(), userType);
+    QVERIFY(u->isLogin());
+    QCOMPARE(u->key(), std::optional<QString>(QString("abc")));
+    QCOMPARE(u->nickName(), QString("小明"));
+    QCOMPARE(u->userId(), QString("1001"));
+    QCOMPARE(u->userName(), QString("xm"));
+    QCOMPARE(u->vipUser(), QString("0"));
+    QCOMPARE(u->faceImage(), QString("http://f/1.png"));
+    QCOMPARE(u->siteName(), QString("q42"));
+    QCOMPARE(u->userCoin(), 25);
+    QCOMPARE(u->level(), 3);
+    QCOMPARE(u->ticket(), 1);
+    QCOMPARE(u->userType(), 2);
     QCOMPARE(u->userViewJumpIsTopupType(), 2); // not part of the payload
 }
 

@@ -13,6 +13,7 @@
 #include "net/VORACheckVersionService.h"
 #include "net/VORAPushmessageService.h"
 #include "platform/NotificationCenter.h"
+#include "store/VORABookShelfManager.h"
 #include "store/VORADatabaseManager.h"
 
 #include <QGuiApplication>
@@ -65,6 +66,9 @@ bool VORAAppDelegate::didFinishLaunching()
 
     VORADatabaseManager::initializeDB();
 
+    // The global holder makes its bookshelf manager (and may start the daily
+    // update check) on first use: the store's factory must be in place first.
+    VORABookShelfManager::installIntoGlobalData();
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     VORAAppStatus *status = global->appStatus();
     status->setAppOpenCount(status->appOpenCount() + 1);

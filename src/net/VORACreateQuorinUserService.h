@@ -1,19 +1,16 @@
 #pragma once
 
-#include "net/VORAHttpBaseWebService.h"
+#include "net/VORASignInService.h"
 
-#include <QJsonObject>
 #include <QString>
-
-#include <optional>
 
 // Account registration, by phone ("mobilereg") or by name ("reg"). Values are sent
 // escaped with urlParameterEscape, so that a password holding "&" or "+" is
 // registered exactly as the sign-in service will later send it.
-class VORACreateQuorinUserService : public VORAHttpBaseWebService
+class VORACreateQuorinUserService : public VORASignInService
 {
 public:
-    using VORAHttpBaseWebService::VORAHttpBaseWebService;
+    using VORASignInService::VORASignInService;
 
     QString path() const override;
     Parameters parameter() const override;
@@ -26,10 +23,4 @@ public:
     QString userName;
     QString password;
     QString deviceId;
-
-    // Answer
-    qint64 code = 0;
-    QString message;
-    QString key;
-    std::optional<QJsonObject> data;
 };

@@ -1,7 +1,5 @@
 #include "net/VORAGetAuthenticateQ42UserService.h"
 
-#include "core/VORAUtility.h"
-
 QString VORAGetAuthenticateQ42UserService::path() const
 {
     return QStringLiteral("ios/pad/login.php");
@@ -17,11 +15,5 @@ VORAHttpBaseWebService::Parameters VORAGetAuthenticateQ42UserService::parameter(
 
 void VORAGetAuthenticateQ42UserService::parseResponseString(const QString &responseString)
 {
-    const std::optional<QJsonObject> answer = jsonObjectFromString(responseString);
-    const QJsonObject o = answer.value_or(QJsonObject());
-    code = VORAUtility::jsonInteger(o.value(QLatin1String("code")));
-    message = VORAUtility::jsonString(o.value(QLatin1String("message")));
-    key = VORAUtility::jsonString(o.value(QLatin1String("key")));
-    const QJsonValue user = o.value(QLatin1String("user"));
-    data = user.isObject() ? std::optional<QJsonObject>(user.toObject()) : std::nullopt;
+    takeOlderAnswer(responseString);
 }

@@ -1,18 +1,15 @@
 #pragma once
 
-#include "net/VORAHttpBaseWebService.h"
+#include "net/VORASignInService.h"
 
-#include <QJsonObject>
 #include <QString>
-
-#include <optional>
 
 // Sign-in with a site account. The credentials are escaped with urlParameterEscape so
 // that reserved characters in a password survive the query.
-class VORAGetAuthenticateQ42UserService : public VORAHttpBaseWebService
+class VORAGetAuthenticateQ42UserService : public VORASignInService
 {
 public:
-    using VORAHttpBaseWebService::VORAHttpBaseWebService;
+    using VORASignInService::VORASignInService;
 
     QString path() const override;
     Parameters parameter() const override;
@@ -21,10 +18,4 @@ public:
     // Request
     QString userName;
     QString password;
-
-    // Answer
-    qint64 code = 0;
-    QString message;
-    QString key;
-    std::optional<QJsonObject> data;
 };

@@ -1,17 +1,14 @@
 #pragma once
 
-#include "net/VORAHttpBaseWebService.h"
+#include "net/VORASignInService.h"
 
-#include <QJsonObject>
 #include <QString>
 
-#include <optional>
-
 // Sign-in through the partner passport.
-class VORAHarrowLoginService : public VORAHttpBaseWebService
+class VORAHarrowLoginService : public VORASignInService
 {
 public:
-    using VORAHttpBaseWebService::VORAHttpBaseWebService;
+    using VORASignInService::VORASignInService;
 
     QString path() const override;
     Parameters parameter() const override;
@@ -19,10 +16,4 @@ public:
 
     // Request
     QString sessionId;
-
-    // Answer
-    qint64 code = 0;
-    QString message;
-    QString key;
-    std::optional<QJsonObject> data;
 };

@@ -1,7 +1,5 @@
 #include "net/VORAOpenLoginService.h"
 
-#include "core/VORAUtility.h"
-
 QString VORAOpenLoginService::path() const
 {
     return QStringLiteral("v3/app/ios/pad/member/openLogin");
@@ -19,17 +17,5 @@ VORAHttpBaseWebService::Parameters VORAOpenLoginService::parameter() const
 
 void VORAOpenLoginService::parseResponseString(const QString &responseString)
 {
-    const std::optional<QJsonObject> answer = jsonObjectFromString(responseString);
-    const QJsonObject d = VORAUtility::jsonObject(answer.value_or(QJsonObject()).value(QLatin1String("data")));
-    code = VORAUtility::jsonInteger(d.value(QLatin1String("stateCode")));
-    message = VORAUtility::jsonString(d.value(QLatin1String("message")));
-    key.clear();
-    data.reset();
-    if (code == 1) {
-        const QJsonObject r = VORAUtility::jsonObject(d.value(QLatin1String("returnData")));
-        key = VORAUtility::jsonString(r.value(QLatin1String("key")));
-        const QJsonValue user = r.value(QLatin1String("user"));
-        if (user.isObject())
-            data = user.toObject();
-    }
+    takeNewerAnswer(responseString);
 }

@@ -1,18 +1,15 @@
 #pragma once
 
-#include "net/VORAHttpBaseWebService.h"
+#include "net/VORASignInService.h"
 
-#include <QJsonObject>
 #include <QString>
-
-#include <optional>
 
 // Sign-in through a partner account. Tokens and names are escaped with
 // urlParameterEscape (they may hold "+", "/" or "=").
-class VORAOpenLoginService : public VORAHttpBaseWebService
+class VORAOpenLoginService : public VORASignInService
 {
 public:
-    using VORAHttpBaseWebService::VORAHttpBaseWebService;
+    using VORASignInService::VORASignInService;
 
     QString path() const override;
     Parameters parameter() const override;
@@ -23,10 +20,4 @@ public:
     QString accessToken;
     QString siteMark;
     QString openName;
-
-    // Answer
-    qint64 code = 0;
-    QString message;
-    QString key;
-    std::optional<QJsonObject> data;
 };

@@ -1,17 +1,14 @@
 #pragma once
 
-#include "net/VORAHttpBaseWebService.h"
+#include "net/VORASignInService.h"
 
-#include <QJsonObject>
 #include <QString>
 
-#include <optional>
-
 // Sign-in through a QQ account. Values are escaped with urlParameterEscape.
-class VORAQQLoginService : public VORAHttpBaseWebService
+class VORAQQLoginService : public VORASignInService
 {
 public:
-    using VORAHttpBaseWebService::VORAHttpBaseWebService;
+    using VORASignInService::VORASignInService;
 
     QString path() const override;
     Parameters parameter() const override;
@@ -21,10 +18,4 @@ public:
     QString openId;
     QString accessToken;
     QString nickname;
-
-    // Answer
-    qint64 code = 0;
-    QString message;
-    QString key;
-    std::optional<QJsonObject> data;
 };

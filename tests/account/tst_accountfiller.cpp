@@ -3,7 +3,7 @@
 #include "TestHome.h"
 
 #include "account/VORAAccountFiller.h"
-#include "account/VORASignInAnswer.h"
+#include "net/VORASignInAnswer.h"
 #include "platform/UserDefaults.h"
 
 #include <QJsonDocument>

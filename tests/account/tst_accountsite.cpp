@@ -6,7 +6,7 @@
 #include "QuorinSite.h"
 
 #include "account/VORAAccountFiller.h"
-#include "account/VORASignInAnswer.h"
+#include "net/VORASignInAnswer.h"
 #include "core/VORAAppGlobalData.h"
 #include "net/VORAAutoLoginService.h"
 #include "net/VORAGetAuthenticateQ42UserService.h"

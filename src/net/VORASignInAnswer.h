@@ -3,14 +3,16 @@
 #include <QJsonObject>
 #include <QString>
 
-// The parsed result of a sign-in service. `returnData` holds "key" and "user"
-// in the shape VORAUtility::saveUserWithReturnData and VORAAccountFiller take.
+#include <optional>
+
+// The parsed answer of a sign-in service. `returnData` gives "key" and "user" in the
+// shape VORAUtility::saveUserWithReturnData and VORAAccountFiller take.
 struct VORASignInAnswer
 {
-    qint64 code = 0;         // 1 = success
-    QString message;         // shown to the user on refusal
-    QString key;             // the session key ("" when missing, null or a number)
-    QJsonObject user;        // empty unless the answer held an object
+    qint64 code = 0;                 // 1 = success
+    QString message;                 // shown to the user on refusal
+    QString key;                     // the session key ("" when missing, null or a number)
+    std::optional<QJsonObject> user; // none unless the answer held an object
     bool isSuccess() const { return code == 1; }
     QJsonObject returnData() const;
 

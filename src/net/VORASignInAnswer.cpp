@@ -1,12 +1,21 @@
-#include "VORASignInAnswer.h"
+#include "net/VORASignInAnswer.h"
 
 #include "core/VORAUtility.h"
+
+namespace {
+
+std::optional<QJsonObject> objectOrNone(const QJsonValue &value)
+{
+    return value.isObject() ? std::optional<QJsonObject>(value.toObject()) : std::nullopt;
+}
+
+} // namespace
 
 QJsonObject VORASignInAnswer::returnData() const
 {
     QJsonObject data;
     data.insert(QStringLiteral("key"), key);
-    data.insert(QStringLiteral("user"), user);
+    data.insert(QStringLiteral("user"), user.value_or(QJsonObject()));
     return data;
 }
 
@@ -16,7 +25,7 @@ VORASignInAnswer VORASignInAnswer::fromOlderAnswer(const QJsonObject &answer)
     result.code = VORAUtility::jsonInteger(answer.value(QStringLiteral("code")));
     result.message = VORAUtility::jsonString(answer.value(QStringLiteral("message")));
     result.key = VORAUtility::jsonString(answer.value(QStringLiteral("key")));
-    result.user = VORAUtility::jsonObject(answer.value(QStringLiteral("user")));
+    result.user = objectOrNone(answer.value(QStringLiteral("user")));
     return result;
 }
 
@@ -29,7 +38,7 @@ VORASignInAnswer VORASignInAnswer::fromNewerAnswer(const QJsonObject &answer)
     if (result.code == 1) {
         const QJsonObject returnData = VORAUtility::jsonObject(data.value(QStringLiteral("returnData")));
         result.key = VORAUtility::jsonString(returnData.value(QStringLiteral("key")));
-        result.user = VORAUtility::jsonObject(returnData.value(QStringLiteral("user")));
+        result.user = objectOrNone(returnData.value(QStringLiteral("user")));
     }
     return result;
 }

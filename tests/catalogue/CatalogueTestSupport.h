@@ -7,7 +7,7 @@
 #include "QuorinSiteFaults.h"
 #include "TestHome.h"
 #include "account/VORAAccountFiller.h"
-#include "account/VORASignInAnswer.h"
+#include "net/VORASignInAnswer.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
 #include "net/VORAGetAuthenticateQ42UserService.h"

@@ -77,6 +77,9 @@ struct Launch
         QQuickItem *it = item(name);
         if (!it || !it->isVisible())
             return false;
+        // Positioners place their children when the scene is polished, before the next
+        // frame: lay the scene out first, or a button may still stand where its row began.
+        window()->grabWindow();
         const QPointF centre = it->mapToScene(QPointF(it->width() / 2, it->height() / 2));
         QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
         return true;

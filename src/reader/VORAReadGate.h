@@ -1,0 +1,37 @@
+#pragma once
+
+#include "net/VORAChapterInfoDTO.h"
+#include "net/VORAComicInfoDTO.h"
+
+#include <QDateTime>
+
+class QObject;
+class VORAReadHomeViewControllerHooks;
+
+// The read gate for one chapter of one comic: free, bought, paid (coins) or
+// VIP-sealed for seven days. Used by the reading session before a chapter is
+// shown and by the reader's chapter panel on a row tap.
+class VORAReadGate
+{
+public:
+    enum class Outcome {
+        Readable,
+        SignIn,         // nobody signed in (or "buyed" unknown): go to sign-in
+        Nothing,        // the app came from the store: no purchase offered
+        SealAlert,      // dialog 10000
+        CoinAlert,      // dialog 10002: enough coins for the chapter
+        NotEnoughCoins, // dialog 10001
+    };
+
+    // The pure rule, on the signed-in user and the app status of the global data.
+    static Outcome decide(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic,
+                          const QDateTime &now);
+
+    // Decides and carries the outcome out: the sign-in route (the user's jump
+    // types saved, hooks->createUserView()) or the dialog, whose answers go to
+    // alertDelegate's alertView(tag, buttonIndex). Returns true when readable.
+    // buyComicOrBuyVipType is set to 0 for CoinAlert and 2 for NotEnoughCoins.
+    static bool apply(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic,
+                      const QDateTime &now, VORAReadHomeViewControllerHooks *hooks,
+                      QObject *alertDelegate, int *buyComicOrBuyVipType);
+};

@@ -1,0 +1,5 @@
+import QtQuick
+
+// Not built yet.
+Item {
+}

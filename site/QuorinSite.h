@@ -19,6 +19,7 @@ struct QuorinSiteOptions
                               // private temporary directory removed with the site)
     quint32 seed = 1;         // the demo catalogue is a pure function of the seed
     bool logRequests = false; // one "quorin.site" info line per request
+    int longChapterPages = 60; // pages of the first chapter of comic "10001" (the load-test chapter)
 };
 
 struct QuorinSiteRequestRecord

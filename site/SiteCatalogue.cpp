@@ -61,7 +61,8 @@ const SiteCatalogue::Chapter *SiteCatalogue::Comic::lastReleased() const
     return best;
 }
 
-SiteCatalogue::SiteCatalogue(quint32 seed, qint64 anchor) : m_seed(seed), m_anchor(anchor)
+SiteCatalogue::SiteCatalogue(quint32 seed, qint64 anchor, int longChapterPages)
+    : m_seed(seed), m_longChapterPages(qBound(1, longChapterPages, 2000)), m_anchor(anchor)
 {
     build();
 }
@@ -174,7 +175,7 @@ void SiteCatalogue::build()
             }
             int pageCount = int(rng.range(6, 40));
             if (i == 0 && k == 0)
-                pageCount = 60;
+                pageCount = m_longChapterPages;
             QByteArray format = "jpg";
             if (!c.strip && k % 5 == 3)
                 format = "png";

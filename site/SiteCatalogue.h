@@ -78,7 +78,7 @@ public:
 
     static constexpr qint64 kDay = 86400;
 
-    SiteCatalogue(quint32 seed, qint64 anchor);
+    SiteCatalogue(quint32 seed, qint64 anchor, int longChapterPages = 60);
 
     quint32 seed() const { return m_seed; }
     qint64 anchor() const { return m_anchor; }
@@ -106,6 +106,7 @@ private:
     void build();
 
     quint32 m_seed;
+    int m_longChapterPages = 60;
     qint64 m_anchor;
     QList<Comic> m_comics;
     QList<Slide> m_slides;

@@ -53,7 +53,12 @@ bool SiteEngine::start()
         return false;
     }
     m_db = std::make_unique<SiteDatabase>();
-    const QString dbFile = QDir(dir).filePath(QStringLiteral("quorin-site-s%1.sqlite").arg(m_options.seed));
+    // A catalogue of another shape has page ids of its own: its state and images
+    // live in files of their own.
+    const QString shape = m_options.longChapterPages == 60
+        ? QString::number(m_options.seed)
+        : QStringLiteral("%1-l%2").arg(m_options.seed).arg(m_options.longChapterPages);
+    const QString dbFile = QDir(dir).filePath(QStringLiteral("quorin-site-s%1.sqlite").arg(shape));
     if (!m_db->open(dbFile)) {
         qCWarning(lcSite) << "cannot open" << dbFile << m_db->lastError();
         return false;
@@ -63,7 +68,7 @@ bool SiteEngine::start()
         qCWarning(lcSite) << "cannot use" << dbFile << "as the site's database:" << m_db->lastError();
         return false;
     }
-    m_catalogue = std::make_unique<SiteCatalogue>(m_options.seed, anchor);
+    m_catalogue = std::make_unique<SiteCatalogue>(m_options.seed, anchor, m_options.longChapterPages);
     m_context = std::make_unique<SiteContext>(*m_catalogue, *m_db, QStringLiteral("http://127.0.0.1/"));
     m_context->initSchema();
     m_context->seedIfNeeded();
@@ -80,7 +85,7 @@ bool SiteEngine::start()
     m_community->registerRoutes(*m_router);
     m_payment = std::make_unique<SitePaymentApi>(*m_context);
     m_payment->registerRoutes(*m_router);
-    m_images = new SiteImageStore(*m_catalogue, QDir(dir).filePath(QStringLiteral("cache-s%1").arg(m_options.seed)), this);
+    m_images = new SiteImageStore(*m_catalogue, QDir(dir).filePath(QStringLiteral("cache-s%1").arg(shape)), this);
     m_http = new SiteHttpServer(m_faults, m_options.logRequests, this);
     m_http->setRecorder([this](const SiteHttpRequest &r) { m_log->record(r); });
     m_http->setHandler([this](const SiteHttpRequest &r, const SiteHttpServer::Responder &respond) { handle(r, respond); });

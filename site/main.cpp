@@ -37,7 +37,10 @@ int main(int argc, char **argv)
                                   QStringLiteral("PATH"));
     const QCommandLineOption gzip(QStringLiteral("gzip"), QStringLiteral("Gzip answers when the client accepts it."));
     const QCommandLineOption quiet(QStringLiteral("quiet"), QStringLiteral("No log line per request."));
-    parser.addOptions({port, data, seed, listen, latency, stall, error, malformed, drop, gzip, quiet});
+    const QCommandLineOption longChapter(QStringLiteral("long-chapter-pages"),
+                                         QStringLiteral("Pages of the first chapter of comic 10001 (default 60)."),
+                                         QStringLiteral("N"), QStringLiteral("60"));
+    parser.addOptions({port, data, seed, longChapter, listen, latency, stall, error, malformed, drop, gzip, quiet});
     parser.process(app);
 
     QTextStream err(stderr);
@@ -61,6 +64,11 @@ int main(int argc, char **argv)
     QuorinSiteOptions options;
     options.dataDir = parser.value(data);
     options.seed = seedValue;
+    options.longChapterPages = parser.value(longChapter).toInt(&ok);
+    if (!ok || options.longChapterPages < 1 || options.longChapterPages > 2000) {
+        err << "quorin-site: --long-chapter-pages wants a number from 1 to 2000\n";
+        return 2;
+    }
     options.logRequests = !parser.isSet(quiet);
     QuorinSite site(options);
     QuorinSiteFaults &faults = site.faults();

@@ -24,6 +24,10 @@ VORAOverlayLayer::VORAOverlayLayer(QObject *parent)
                        [this](const Notification &n) { onAlertRequest(n); });
     center.addObserver(this, QString::fromLatin1(VORANotificationNames::uiLoadingRequest),
                        [this](const Notification &n) { onLoadingRequest(n); });
+    center.addObserver(this, QString::fromLatin1(VORANotificationNames::uiTextPanelRequest), [this](const Notification &n) {
+        const double seconds = n.userInfo.value(QStringLiteral("delay"), 1.0).toDouble();
+        showTextPanel(n.userInfo.value(QStringLiteral("text")).toString(), int(seconds * 1000));
+    });
 }
 
 VORAOverlayLayer::~VORAOverlayLayer()

@@ -18,4 +18,5 @@ inline constexpr char networkReachabilityChanged[] = "kNetworkReachabilityChange
 inline constexpr char uiNoticeRequest[] = "VORAUiNoticeRequest";
 inline constexpr char uiLoadingRequest[] = "VORAUiLoadingRequest";
 inline constexpr char uiAlertRequest[] = "VORAUiAlertRequest";
+inline constexpr char uiTextPanelRequest[] = "VORAUiTextPanelRequest";
 } // namespace VORANotificationNames

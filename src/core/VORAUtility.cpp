@@ -515,6 +515,12 @@ void VORAUtility::requestCoinAlertMessage(const QString &message, const QString 
             {QStringLiteral("delegate"), QVariant::fromValue(delegate)}});
 }
 
+void VORAUtility::openMBProgressHUDView(const QString &text, double delaySeconds)
+{
+    postUi(VORANotificationNames::uiTextPanelRequest,
+           {{QStringLiteral("text"), text}, {QStringLiteral("delay"), delaySeconds}});
+}
+
 // --- Account ---
 
 void VORAUtility::saveUserWithReturnData(const QJsonObject &returnData, const QString &password,

@@ -104,6 +104,9 @@ public:
                                     QObject *delegate);
     static void requestCoinAlertMessage(const QString &message, const QString &title, int tag,
                                         QObject *delegate);
+    // A text-only panel (no spinner) over the window, hidden after delaySeconds:
+    // the short indicators of the reader and its tucao ("已经是第一章了"...).
+    static void openMBProgressHUDView(const QString &text, double delaySeconds);
 
     static constexpr int loadingViewTag = 100202;
 

@@ -1,0 +1,3 @@
+#include "tucao/TucaoLog.h"
+
+Q_LOGGING_CATEGORY(lcTucao, "quorin.tucao")

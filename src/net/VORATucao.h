@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCborMap>
 #include <QDateTime>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -27,4 +28,10 @@ struct VORATucao
     static VORATucao fromJson(const QJsonObject &item);
     // The "list" of a fetch answer (an object); anything else gives no tucao.
     static QList<VORATucao> listFromJson(const QJsonValue &jsonTucao);
+
+    // The form kept in a downloaded page's tucao file. Archive keys are the
+    // field names ("tucaoId", "content", "userId", "nickName", "x", "y",
+    // "width", "height", "color", "back", "updateTime").
+    QCborMap toArchive() const;
+    static VORATucao fromArchive(const QCborMap &map);
 };

@@ -95,6 +95,17 @@ public:
 
 private:
     // Implementation details are the session's own.
+    void loadDownloadedChapter();
+    int resolveChapterIndex() const;
+    void resolvePageIndex();
+    void comicInfoAnswered(const NetError *error);
+    void chapterInfoAnswered(const NetError *error);
+    void buyChapterAnswered(const NetError *error);
+    void comicBuyAnswered(const NetError *error);
+    void buyChapters(const QStringList &chapterIds);
+    void subtractCoins(qint64 cost);
+    static void releaseLoaders(const QList<VORAPageDownloadManager *> &loaders);
+
     QString m_comicId;
     QString m_chapterId;
     QString m_pageId;

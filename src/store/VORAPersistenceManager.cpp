@@ -7,6 +7,8 @@
 #include "core/VORAUtility.h"
 #include "platform/KeyedArchive.h"
 
+#include <QCborArray>
+#include <QCborMap>
 #include <QCoreApplication>
 #include <QDir>
 #include <QThread>
@@ -99,6 +101,108 @@ QString VORAPersistenceManager::themeWallpapersTmp(const QString &name)
 QString VORAPersistenceManager::pageCacheFileWithPageId(const QString &pageId)
 {
     return namedFile(VORAUtility::pageCacheDirectory(), pageId, ".png");
+}
+
+QString VORAPersistenceManager::comicDirWithComicId(const QString &comicId)
+{
+    if (!isSafePathComponent(comicId))
+        return QString();
+    return VORAUtility::comicBookDirectory() + comicId + QLatin1Char('/');
+}
+
+QString VORAPersistenceManager::comicInfoFileWithComicId(const QString &comicId)
+{
+    const QString dir = comicDirWithComicId(comicId);
+    return dir.isEmpty() ? QString() : dir + QLatin1String("comicInfo.txt");
+}
+
+QString VORAPersistenceManager::chapterDirWithComicId(const QString &comicId, const QString &chapterId)
+{
+    const QString dir = comicDirWithComicId(comicId);
+    if (dir.isEmpty() || !isSafePathComponent(chapterId))
+        return QString();
+    return dir + chapterId + QLatin1Char('/');
+}
+
+QString VORAPersistenceManager::chapterInfoFileWithComicId(const QString &comicId, const QString &chapterId)
+{
+    const QString dir = chapterDirWithComicId(comicId, chapterId);
+    return dir.isEmpty() ? QString() : dir + QLatin1String("chapterInfo.txt");
+}
+
+QString VORAPersistenceManager::pageFileWithComicId(const QString &comicId, const QString &chapterId,
+                                                    const QString &pageId)
+{
+    const QString dir = chapterDirWithComicId(comicId, chapterId);
+    if (dir.isEmpty() || !isSafePathComponent(pageId))
+        return QString();
+    return dir + pageId + QLatin1String(".png");
+}
+
+QString VORAPersistenceManager::tucaoFileWithComicId(const QString &comicId, const QString &chapterId,
+                                                     const QString &pageId)
+{
+    const QString dir = chapterDirWithComicId(comicId, chapterId);
+    if (dir.isEmpty() || !isSafePathComponent(pageId))
+        return QString();
+    return dir + pageId + QLatin1String(".txt");
+}
+
+void VORAPersistenceManager::saveComicInfo(const VORAComicInfoDTO &comic, const QString &path)
+{
+    saveObject(comic.toArchive(), QStringLiteral("comic"), path);
+}
+
+std::optional<VORAComicInfoDTO> VORAPersistenceManager::loadComicInfoWithFile(const QString &path)
+{
+    const QCborValue stored = loadObject(QStringLiteral("comic"), path);
+    if (!stored.isMap())
+        return std::nullopt;
+    return VORAComicInfoDTO::fromArchive(stored.toMap());
+}
+
+void VORAPersistenceManager::saveChapterInfo(const QList<VORAPageInfoDTO> &pages, const QString &path)
+{
+    QCborArray list;
+    for (const VORAPageInfoDTO &page : pages)
+        list.append(page.toArchive());
+    saveObject(list, QStringLiteral("chapter"), path);
+}
+
+QList<VORAPageInfoDTO> VORAPersistenceManager::loadChapterInfoWithFile(const QString &path)
+{
+    QList<VORAPageInfoDTO> pages;
+    const QCborValue stored = loadObject(QStringLiteral("chapter"), path);
+    if (!stored.isArray())
+        return pages;
+    const QCborArray list = stored.toArray();
+    for (const QCborValue &item : list) {
+        if (item.isMap()) // a damaged entry is left out
+            pages.append(VORAPageInfoDTO::fromArchive(item.toMap()));
+    }
+    return pages;
+}
+
+void VORAPersistenceManager::saveTucao(const QList<VORATucao> &tucao, const QString &path)
+{
+    QCborArray list;
+    for (const VORATucao &t : tucao)
+        list.append(t.toArchive());
+    saveObject(list, QStringLiteral("Tucao"), path);
+}
+
+std::optional<QList<VORATucao>> VORAPersistenceManager::loadTucaoWithFile(const QString &path)
+{
+    const QCborValue stored = loadObject(QStringLiteral("Tucao"), path);
+    if (!stored.isArray())
+        return std::nullopt;
+    QList<VORATucao> tucao;
+    const QCborArray list = stored.toArray();
+    for (const QCborValue &item : list) {
+        if (item.isMap())
+            tucao.append(VORATucao::fromArchive(item.toMap()));
+    }
+    return tucao;
 }
 
 void VORAPersistenceManager::saveObject(const QCborValue &object, const QString &key, const QString &path)

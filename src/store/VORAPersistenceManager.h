@@ -2,9 +2,16 @@
 
 #include "VORAHistory.h"
 
+#include "net/VORAComicInfoDTO.h"
+#include "net/VORAPageInfoDTO.h"
+#include "net/VORATucao.h"
+
 #include <QCborArray>
 #include <QCborValue>
+#include <QList>
 #include <QString>
+
+#include <optional>
 
 class VORADatabaseManager;
 
@@ -31,6 +38,31 @@ public:
     static QString themeWallpapersTmp(const QString &name);
     static QString pageCacheFileWithPageId(const QString &pageId);
     static bool isSafePathComponent(const QString &name);
+
+    // --- Downloaded comics (under VORAUtility::comicBookDirectory()) ---
+    // {comicId}/comicInfo.txt, {comicId}/{chapterId}/chapterInfo.txt and, per
+    // page, {comicId}/{chapterId}/{pageId}.png and {pageId}.txt. These only
+    // name the files (nothing is created; the save functions make the missing
+    // directories) and give the empty text when an identifier is not a safe
+    // file-name component. Directories end in "/".
+    static QString comicDirWithComicId(const QString &comicId);
+    static QString comicInfoFileWithComicId(const QString &comicId);
+    static QString chapterDirWithComicId(const QString &comicId, const QString &chapterId);
+    static QString chapterInfoFileWithComicId(const QString &comicId, const QString &chapterId);
+    static QString pageFileWithComicId(const QString &comicId, const QString &chapterId, const QString &pageId);
+    static QString tucaoFileWithComicId(const QString &comicId, const QString &chapterId, const QString &pageId);
+
+    // The archives of a downloaded comic: the comic record under "comic", the
+    // chapter's page list under "chapter", a page's tucao under "Tucao". The
+    // loaders give nothing (the page list: an empty list) when the file is
+    // missing, damaged or of another shape. File work: call off the main thread
+    // where it can wait.
+    static void saveComicInfo(const VORAComicInfoDTO &comic, const QString &path);
+    static std::optional<VORAComicInfoDTO> loadComicInfoWithFile(const QString &path);
+    static void saveChapterInfo(const QList<VORAPageInfoDTO> &pages, const QString &path);
+    static QList<VORAPageInfoDTO> loadChapterInfoWithFile(const QString &path);
+    static void saveTucao(const QList<VORATucao> &tucao, const QString &path);
+    static std::optional<QList<VORATucao>> loadTucaoWithFile(const QString &path);
 
     // --- Keyed archives ---
     // Replaces the file atomically with an archive holding `object` under

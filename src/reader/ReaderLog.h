@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+// Logging category of the reader ("quorin.reader").
+Q_DECLARE_LOGGING_CATEGORY(lcReader)

@@ -93,7 +93,8 @@ VORATucaoDTO VORATuCaoEditManager::transRectFromCurrentView() const
 
 void VORATuCaoEditManager::setEditRect(const QRectF &rect)
 {
-    if (!m_menuExpanded || !rect.isValid())
+    if (!m_menuExpanded || !std::isfinite(rect.x()) || !std::isfinite(rect.y())
+        || !std::isfinite(rect.width()) || !std::isfinite(rect.height()))
         return;
     const QRectF next = clamped(rect);
     if (next == m_editRect)
@@ -111,8 +112,8 @@ void VORATuCaoEditManager::resizeBy(qreal dw, qreal dh)
 {
     QRectF rect = m_editRect;
     // Growing stops at the bounds instead of pushing the rectangle away.
-    rect.setWidth(qMin(rect.width() + dw, m_bounds.right() - rect.left()));
-    rect.setHeight(qMin(rect.height() + dh, m_bounds.bottom() - rect.top()));
+    rect.setWidth(qMax(minWidth, qMin(rect.width() + dw, m_bounds.right() - rect.left())));
+    rect.setHeight(qMax(minHeight, qMin(rect.height() + dh, m_bounds.bottom() - rect.top())));
     setEditRect(rect);
 }
 

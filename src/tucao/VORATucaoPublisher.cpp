@@ -175,6 +175,10 @@ void VORATucaoPublisher::finishDelete(const NetError *error)
 
 void VORATucaoPublisher::notice(const QString &text)
 {
+    if (text.isEmpty()) { // an answer without a message: nothing to show
+        qCInfo(lcTucao) << "the answer carried no message";
+        return;
+    }
     VORAUtility::openMBProgressHUDView(text, noticeSeconds);
     emit noticeShown(text);
 }

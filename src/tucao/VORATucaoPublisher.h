@@ -27,7 +27,8 @@ class VORAUpdateTucaoService;
 //           else the answer's "message"
 //   delete  "吐槽删除失败，请检查网络是否通畅"; code 1 "吐槽删除成功!" and deleted(id);
 //           else the answer's "message"
-// Every answer that arrives without a transport error emits closeEditRequested()
+// An answer without a message shows nothing. Every answer that arrives
+// without a transport error emits closeEditRequested()
 // (the edit panel closes); a transport error leaves the panel open for another
 // try. A delete takes the tucao off the page at once (removedFromPage), before
 // the answer. While a request of one kind is on its way, another of the same

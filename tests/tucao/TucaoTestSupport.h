@@ -1,0 +1,70 @@
+#pragma once
+
+// Shared pieces of the tucao suites: tucao lists to play, and a recorder of
+// the requests the tucao code sends to the app shell (text-only panels) or to
+// the reader ("PopUpTucaoEditView").
+
+#include "core/VORANotificationNames.h"
+#include "net/VORATucao.h"
+#include "platform/NotificationCenter.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+// n tucao with ids "1".."n" (so id k is the k-th fetched), written by author.
+inline QList<VORATucao> makeTucaoList(int n, const QString &author = QStringLiteral("90001"))
+{
+    QList<VORATucao> list;
+    for (int i = 1; i <= n; ++i) {
+        VORATucao t;
+        t.tucaoId = QString::number(i);
+        t.content = QStringLiteral("吐槽 %1").arg(i);
+        t.userId = author;
+        t.x = 10 * i;
+        t.y = 20 * i;
+        t.width = 100;
+        t.height = 40;
+        list.append(t);
+    }
+    return list;
+}
+
+inline QStringList idsOf(const QList<VORATucao> &list)
+{
+    QStringList ids;
+    for (const VORATucao &t : list)
+        ids.append(t.tucaoId);
+    return ids;
+}
+
+// Every notification of one name posted while it lives.
+class NotificationRecorder : public QObject
+{
+public:
+    explicit NotificationRecorder(const QString &name)
+    {
+        NotificationCenter::defaultCenter().addObserver(this, name, [this](const Notification &n) {
+            userInfos.append(n.userInfo);
+            senders.append(n.sender);
+        });
+    }
+    ~NotificationRecorder() override { NotificationCenter::defaultCenter().removeObserver(this); }
+    // The "text" of every one (text-only panels).
+    QStringList texts() const
+    {
+        QStringList list;
+        for (const QVariantMap &m : userInfos)
+            list.append(m.value(QStringLiteral("text")).toString());
+        return list;
+    }
+    QList<QVariantMap> userInfos;
+    QList<QObject *> senders;
+};
+
+inline QString textPanelName()
+{
+    return QString::fromLatin1(VORANotificationNames::uiTextPanelRequest);
+}

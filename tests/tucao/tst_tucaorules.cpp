@@ -1,0 +1,832 @@
+// The tucao rules without a window: group sizes, the rectangle conversion and
+// display frames, playback of a page's tucao with its 21 places, stepping
+// through groups, the menu's switches kept in the user defaults, the input
+// view, one's own tucao, and the outcomes of every option of an editing act
+// (against the reference site, to see what is sent and what is not).
+
+#include "CatalogueTestSupport.h"
+#include "TucaoTestSupport.h"
+#include "core/VORAUserConfig.h"
+#include "net/ASIHTTPRequest.h"
+#include "tucao/VORATuCaoEditManager.h"
+#include "tucao/VORATuCaoInputView.h"
+#include "tucao/VORATuCaoMenuView.h"
+#include "tucao/VORATucaoGeometry.h"
+#include "tucao/VORATucaoPlayback.h"
+#include "tucao/VORATucaoPublisher.h"
+
+#include <QAbstractItemModelTester>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+
+namespace {
+const QString addPath = QStringLiteral("ios/pad/add_tucao.php");
+const QString editPath = QStringLiteral("ios/pad/edit_tucao.php");
+const QString deletePath = QStringLiteral("ios/pad/delete_tucao.php");
+
+// A page drawn at half its pixel size: the page view's width over an image
+// twice as wide (748 in portrait, 1004 in landscape).
+VORATucaoPagePlacement halfSizePage(qreal viewWidth, qreal offsetY = 0, qreal originY = 0)
+{
+    VORATucaoPagePlacement p;
+    p.imageSize = QSizeF(viewWidth * 2, 3000);
+    p.imageViewSize = QSizeF(viewWidth, 1500);
+    p.contentOffset = QPointF(0, offsetY);
+    p.scrollViewOrigin = QPointF(0, originY);
+    return p;
+}
+
+VORATucaoDTO viewRecord(qint64 x, qint64 y, qint64 w, qint64 h)
+{
+    VORATucaoDTO dto;
+    dto.x = x;
+    dto.y = y;
+    dto.width = w;
+    dto.height = h;
+    return dto;
+}
+
+QList<qint64> rectOf(const VORATucaoDTO &d)
+{
+    return {d.x, d.y, d.width, d.height};
+}
+
+QList<qint64> rectOf(const VORATucao &t)
+{
+    return {t.x, t.y, t.width, t.height};
+}
+
+void signInLocally(const QString &userId)
+{
+    VORAUser *user = VORAAppGlobalData::shareAppGlobalData()->user();
+    user->setUserId(userId);
+    user->setKey(QStringLiteral("test-key"));
+}
+
+void signOutLocally()
+{
+    VORAAppGlobalData::shareAppGlobalData()->user()->setKey(std::nullopt);
+}
+} // namespace
+
+class TestTucaoRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void groupSize_data();
+    void groupSize();
+    void conversion_data();
+    void conversion();
+    void displayFrameRoundTrip_data();
+    void displayFrameRoundTrip();
+    void playbackPlaces();
+    void playbackTimersAndPages();
+    void groupStepping();
+    void groupSteppingDebounced();
+    void editsOnThePage();
+    void ownTucaoLongPress_data();
+    void ownTucaoLongPress();
+    void menuSwitchPersisted();
+    void inputView_data();
+    void inputView();
+    void inputBoxPosition_data();
+    void inputBoxPosition();
+    void newRectangle_data();
+    void newRectangle();
+    void editingOutcomes_data();
+    void editingOutcomes();
+
+private:
+    CatalogueTestEnvironment m_env;
+};
+
+void TestTucaoRules::initTestCase()
+{
+    QVERIFY(m_env.start());
+}
+
+void TestTucaoRules::groupSize_data()
+{
+    QTest::addColumn<QSizeF>("image");
+    QTest::addColumn<int>("group");
+    QTest::newRow("1000x1500") << QSizeF(1000, 1500) << 33;
+    QTest::newRow("300x400") << QSizeF(300, 400) << 2;
+    QTest::newRow("exactly 45,000 px") << QSizeF(150, 300) << 1;
+    QTest::newRow("just under 45,000 px") << QSizeF(150, 299) << 0;
+    QTest::newRow("tiny") << QSizeF(10, 10) << 0;
+    QTest::newRow("no image") << QSizeF() << 0;
+}
+
+void TestTucaoRules::groupSize()
+{
+    QFETCH(QSizeF, image);
+    QFETCH(int, group);
+    QCOMPARE(VORATucaoGeometry::tucaoNumPerPage(image), group);
+    VORATucaoPlayback playback;
+    playback.setImageSize(image);
+    QCOMPARE(playback.tucaoNumPerPage(), group);
+}
+
+void TestTucaoRules::conversion_data()
+{
+    QTest::addColumn<qreal>("viewWidth");
+    QTest::addColumn<QPointF>("offset");
+    QTest::addColumn<qreal>("originY");
+    QTest::addColumn<QList<qint64>>("viewRect");
+    QTest::addColumn<QList<qint64>>("stored");
+
+    const QList<qint64> rect{40, 100, 60, 30};
+    const QList<qint64> at800{80, 800, 120, 60};
+    QTest::newRow("portrait, scrolled 300") << 748.0 << QPointF(0, 300) << 0.0 << rect << at800;
+    QTest::newRow("landscape, scrolled 300") << 1004.0 << QPointF(0, 300) << 0.0 << rect << at800;
+    QTest::newRow("portrait, sideways offset ignored") << 748.0 << QPointF(250, 300) << 0.0 << rect << at800;
+    QTest::newRow("landscape, sideways offset ignored") << 1004.0 << QPointF(-120, 300) << 0.0 << rect << at800;
+    QTest::newRow("landscape, page centred 50 down") << 1004.0 << QPointF(0, 0) << 50.0 << rect
+                                                     << QList<qint64>{80, 100, 120, 60};
+    QTest::newRow("fractions truncated at each step") << 748.0 << QPointF(0, 300.9) << 0.5 << rect
+                                                      << QList<qint64>{80, 798, 120, 60};
+    QTest::newRow("odd points") << 1004.0 << QPointF(0, 0) << 0.0 << QList<qint64>{33, 7, 11, 5}
+                                << QList<qint64>{66, 14, 22, 10};
+}
+
+void TestTucaoRules::conversion()
+{
+    QFETCH(qreal, viewWidth);
+    QFETCH(QPointF, offset);
+    QFETCH(qreal, originY);
+    QFETCH(QList<qint64>, viewRect);
+    QFETCH(QList<qint64>, stored);
+
+    VORATucaoPagePlacement placement = halfSizePage(viewWidth, 0, originY);
+    placement.contentOffset = offset;
+    VORATucaoDTO dto = viewRecord(viewRect[0], viewRect[1], viewRect[2], viewRect[3]);
+    dto.tucaoId = QStringLiteral("42");
+    dto.content = QStringLiteral("好");
+    const VORATucaoDTO out = VORATucaoGeometry::getNewTucaoDTO(dto, placement);
+    QCOMPARE(rectOf(out), stored);
+    QCOMPARE(out.tucaoId, dto.tucaoId);
+    QCOMPARE(out.content, dto.content);
+
+    // The publisher sends what the conversion gives.
+    VORATucaoPublisher publisher;
+    publisher.setPagePlacement(placement);
+    QCOMPARE(rectOf(VORATucaoGeometry::getNewTucaoDTO(dto, publisher.pagePlacement())), stored);
+
+    // A page without sizes leaves the record alone rather than dividing by 0.
+    QCOMPARE(rectOf(VORATucaoGeometry::getNewTucaoDTO(dto, VORATucaoPagePlacement())), viewRect);
+}
+
+void TestTucaoRules::displayFrameRoundTrip_data()
+{
+    QTest::addColumn<QSizeF>("image");
+    QTest::addColumn<qreal>("viewWidth");
+    QTest::addColumn<qreal>("offsetY");
+    QTest::addColumn<QList<qint64>>("stored");
+    QTest::addColumn<QRectF>("frame");
+
+    QTest::newRow("portrait, half size") << QSizeF(1496, 2000) << 748.0 << 0.0 << QList<qint64>{100, 200, 50, 40}
+                                         << QRectF(50, 100, 25, 20);
+    QTest::newRow("landscape, half size, scrolled") << QSizeF(2008, 3000) << 1004.0 << 300.0
+                                                    << QList<qint64>{100, 900, 50, 40} << QRectF(50, 450, 25, 20);
+    QTest::newRow("portrait, odd scale") << QSizeF(1000, 1500) << 748.0 << 120.0 << QList<qint64>{100, 333, 77, 41}
+                                         << QRectF(74.8, 249.084, 57.596, 30.668);
+    QTest::newRow("landscape, image narrower than the view") << QSizeF(800, 1200) << 1004.0 << 0.0
+                                                             << QList<qint64>{799, 1199, 1, 1}
+                                                             << QRectF(1002.745, 1504.745, 1.255, 1.255);
+}
+
+void TestTucaoRules::displayFrameRoundTrip()
+{
+    QFETCH(QSizeF, image);
+    QFETCH(qreal, viewWidth);
+    QFETCH(qreal, offsetY);
+    QFETCH(QList<qint64>, stored);
+    QFETCH(QRectF, frame);
+
+    VORATucao tucao;
+    tucao.x = qint32(stored[0]);
+    tucao.y = qint32(stored[1]);
+    tucao.width = qint32(stored[2]);
+    tucao.height = qint32(stored[3]);
+    const QRectF shown = VORATucaoGeometry::setTucaoDisplayFrameWithView(tucao, image, viewWidth);
+    QVERIFY2(std::abs(shown.x() - frame.x()) < 0.01 && std::abs(shown.y() - frame.y()) < 0.01
+                 && std::abs(shown.width() - frame.width()) < 0.01 && std::abs(shown.height() - frame.height()) < 0.01,
+             qPrintable(QStringLiteral("%1,%2 %3x%4").arg(shown.x()).arg(shown.y()).arg(shown.width()).arg(shown.height())));
+
+    // On screen at the fitted zoom, scrolled by offsetY: the same frame moved up,
+    // and back to pixels within what whole points can say.
+    VORATucaoPagePlacement placement;
+    placement.imageSize = image;
+    placement.imageViewSize = QSizeF(viewWidth, VORATucaoGeometry::fittedHeight(image, viewWidth));
+    placement.contentOffset = QPointF(0, offsetY);
+    const QRectF onScreen = VORATucaoGeometry::viewRectForTucao(tucao, placement);
+    QCOMPARE(onScreen.translated(0, offsetY), shown);
+    const VORATucaoDTO back = VORATucaoGeometry::getNewTucaoDTO(
+        viewRecord(qint64(onScreen.x()), qint64(onScreen.y()), qint64(onScreen.width()), qint64(onScreen.height())),
+        placement);
+    const qint64 slack = qint64(std::ceil(image.width() / viewWidth)) + 1;
+    const QList<qint64> got = rectOf(back);
+    for (int i = 0; i < 4; ++i)
+        QVERIFY2(stored[i] - got[i] >= 0 && stored[i] - got[i] <= slack,
+                 qPrintable(QStringLiteral("coordinate %1: %2 came back as %3").arg(i).arg(stored[i]).arg(got[i])));
+    if (image.width() == viewWidth * 2)
+        QCOMPARE(got, stored); // half size: nothing lost
+}
+
+void TestTucaoRules::playbackPlaces()
+{
+    VORATucaoPlayback playback;
+    QAbstractItemModelTester tester(&playback, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    playback.setImageSize(QSizeF(1000, 1500));
+    playback.setTucaoList(makeTucaoList(25));
+    playback.setPageIndex(3);
+    playback.setCurrentImagePageIndex(3);
+
+    playback.setTucao();
+    QVERIFY(playback.isStartPending());
+    playback.startTucaoPlayback();
+    QVERIFY(!playback.isStartPending());
+    QVERIFY(playback.showTucaoFlag());
+    QVERIFY(playback.isPlaying());
+    QCOMPARE(playback.currentTucaoPageIndex(), 1);
+    QCOMPARE(playback.count(), 0);
+
+    QStringList expected;
+    for (int i = 1; i <= 21; ++i) {
+        playback.showTucaoOneByOne();
+        expected.append(QString::number(i));
+    }
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), expected);
+    QCOMPARE(playback.index(20).data(VORATucaoPlayback::TucaoIdRole).toString(), QStringLiteral("21"));
+
+    // The 22nd to 25th take places 1, 2, 3, 4 (21 mod 20 ... 24 mod 20).
+    for (int i = 22; i <= 25; ++i) {
+        playback.showTucaoOneByOne();
+        expected[(i - 1) % 20] = QString::number(i);
+    }
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), expected);
+    QCOMPARE(expected.mid(0, 6), QStringList({"1", "22", "23", "24", "25", "6"}));
+    QCOMPARE(playback.count(), 21);
+    QCOMPARE(playback.currentTucaoShowIndex(), 25);
+
+    // All played: the timer stops and nothing changes.
+    QVERIFY(playback.isPlaying());
+    playback.showTucaoOneByOne();
+    QVERIFY(!playback.isPlaying());
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), expected);
+
+    // Each row carries what a label needs.
+    const QVariantMap first = playback.tucaoAt(0);
+    QCOMPARE(first.value("content").toString(), QStringLiteral("吐槽 1"));
+    QCOMPARE(QList<int>({first.value("x").toInt(), first.value("y").toInt(), first.value("width").toInt(),
+                         first.value("height").toInt()}),
+             QList<int>({10, 20, 100, 40}));
+    QCOMPARE(first.value("isOwn").toBool(), false);
+
+    playback.hideTucaoView();
+    QCOMPARE(playback.count(), 0);
+    QCOMPARE(playback.currentTucaoShowIndex(), 0);
+    QVERIFY(!playback.showTucaoFlag());
+    QVERIFY(!playback.isPlaying());
+    QVERIFY(!playback.isStartPending());
+}
+
+void TestTucaoRules::playbackTimersAndPages()
+{
+    VORATucaoPlayback playback;
+    playback.setImageSize(QSizeF(1000, 1500));
+    playback.setTucaoList(makeTucaoList(3));
+    playback.setPageIndex(2);
+    playback.setCurrentImagePageIndex(2);
+
+    // The timers call the same steps: after the start delay, the tucao come in.
+    playback.setTucao();
+    QTRY_COMPARE_WITH_TIMEOUT(playback.count(), 3, 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(!playback.isPlaying(), 5000);
+
+    // Paused: the tucao stay, the playback stops; playing again goes on.
+    playback.hideTucaoView();
+    playback.startTucaoPlayback();
+    playback.showTucaoOneByOne();
+    playback.playTucao(false);
+    QVERIFY(!playback.isPlaying());
+    QCOMPARE(playback.count(), 1);
+    playback.playTucao(true);
+    QVERIFY(playback.isPlaying());
+
+    // A page that is no longer the current one does not play.
+    playback.setCurrentImagePageIndex(3);
+    playback.beginShowTucao();
+    QVERIFY(!playback.isPlaying());
+    playback.playTucao(true);
+    QVERIFY(!playback.isPlaying());
+
+    // A timer already running is not armed again, and hiding stops the start.
+    playback.setCurrentImagePageIndex(2);
+    playback.hideTucaoView();
+    playback.setTucao();
+    QVERIFY(playback.isStartPending());
+    playback.hideTucaoView();
+    QVERIFY(!playback.isStartPending());
+
+    // A new list for the page stops everything and empties the screen.
+    playback.startTucaoPlayback();
+    playback.showTucaoOneByOne();
+    playback.setTucaoList(makeTucaoList(5));
+    QCOMPARE(playback.count(), 0);
+    QVERIFY(!playback.isPlaying());
+    QCOMPARE(playback.currentTucaoShowIndex(), 0);
+}
+
+void TestTucaoRules::groupStepping()
+{
+    NotificationRecorder panels(textPanelName());
+    VORATucaoPlayback playback;
+    QAbstractItemModelTester tester(&playback, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    playback.setImageSize(QSizeF(300, 450)); // groups of 3
+    QCOMPARE(playback.tucaoNumPerPage(), 3);
+    playback.setTucaoList(makeTucaoList(10)); // 4 groups: 1-3, 4-6, 7-9, 10
+    playback.startTucaoPlayback();
+    playback.showTucaoOneByOne();
+    playback.showTucaoOneByOne();
+    QVERIFY(playback.isPlaying());
+
+    struct Step
+    {
+        bool next;
+        QStringList shown;
+        int index;
+        QString indicator;
+    };
+    const QString first = VORATucaoPlayback::firstGroupText;
+    const QString last = VORATucaoPlayback::lastGroupText;
+    const QList<Step> steps{
+        {true, {"4", "5", "6"}, 2, {}},
+        {true, {"7", "8", "9"}, 3, {}},
+        {true, {"10"}, 4, {}},
+        {true, {"10"}, 4, last},
+        {false, {"10"}, 3, {}},
+        {false, {"7", "8", "9"}, 2, {}},
+        {false, {"4", "5", "6"}, 1, {}},
+        {false, {"1", "2", "3"}, -1, {}},
+        {false, {"1", "2", "3"}, -1, first},
+        {true, {"1", "2", "3"}, 1, {}},
+    };
+    for (int i = 0; i < steps.size(); ++i) {
+        const Step &s = steps[i];
+        const qsizetype before = panels.userInfos.size();
+        if (s.next)
+            playback.nextPageTucao();
+        else
+            playback.lastPageTucao();
+        const QString where = QStringLiteral("step %1").arg(i);
+        QVERIFY2(idsOf(playback.currentDisplayTucaoViewList()) == s.shown, qPrintable(where));
+        QVERIFY2(playback.currentTucaoPageIndex() == s.index, qPrintable(where));
+        if (s.indicator.isEmpty()) {
+            QVERIFY2(panels.userInfos.size() == before, qPrintable(where));
+        } else {
+            QVERIFY2(panels.userInfos.size() == before + 1, qPrintable(where));
+            QCOMPARE(panels.userInfos.last().value("text").toString(), s.indicator);
+            QCOMPARE(panels.userInfos.last().value("delay").toDouble(), 1.0);
+        }
+    }
+
+    // An image too small for a group steps through everything at once.
+    VORATucaoPlayback tiny;
+    tiny.setImageSize(QSizeF(100, 100));
+    tiny.setTucaoList(makeTucaoList(4));
+    tiny.nextPageTucao();
+    QCOMPARE(tiny.count(), 4);
+    tiny.nextPageTucao();
+    QCOMPARE(panels.texts().last(), last);
+    tiny.lastPageTucao();
+    QCOMPARE(tiny.count(), 4);
+    QCOMPARE(tiny.currentTucaoPageIndex(), -1);
+
+    // A page without tucao: one empty group.
+    VORATucaoPlayback empty;
+    empty.setImageSize(QSizeF(1000, 1500));
+    empty.nextPageTucao();
+    QCOMPARE(empty.count(), 0);
+    empty.nextPageTucao();
+    QCOMPARE(panels.texts().last(), last);
+}
+
+void TestTucaoRules::groupSteppingDebounced()
+{
+    VORATucaoPlayback playback;
+    playback.setImageSize(QSizeF(300, 450));
+    playback.setTucaoList(makeTucaoList(10));
+    playback.startTucaoPlayback();
+    QVERIFY(playback.isPlaying());
+
+    // Three quick presses: the playback stops at once, only the last press counts.
+    playback.showNextPageTucao();
+    QVERIFY(!playback.isPlaying());
+    playback.showNextPageTucao();
+    playback.showLastPageTucao();
+    QVERIFY(playback.isGroupStepPending());
+    QTRY_VERIFY_WITH_TIMEOUT(!playback.isGroupStepPending(), 5000);
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "2", "3"}));
+    QCOMPARE(playback.currentTucaoPageIndex(), -1);
+
+    // Hiding drops a pending step.
+    playback.showNextPageTucao();
+    playback.hideTucaoView();
+    QVERIFY(!playback.isGroupStepPending());
+    QCOMPARE(playback.count(), 0);
+}
+
+void TestTucaoRules::editsOnThePage()
+{
+    VORATucaoPlayback playback;
+    QAbstractItemModelTester tester(&playback, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    playback.setImageSize(QSizeF(1000, 1500));
+    playback.setTucaoList(makeTucaoList(6));
+    playback.startTucaoPlayback();
+    for (int i = 0; i < 3; ++i)
+        playback.showTucaoOneByOne();
+
+    // Taking a shown tucao off: gone from the list and the screen, and the
+    // playback goes on with the one after the last shown.
+    QVERIFY(playback.removeTucao(QStringLiteral("2")));
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3"}));
+    QCOMPARE(idsOf(playback.tucaoViewLists()), QStringList({"1", "3", "4", "5", "6"}));
+    playback.showTucaoOneByOne();
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3", "4"}));
+    QVERIFY(!playback.removeTucao(QStringLiteral("2")));
+    QVERIFY(!playback.removeTucao(QString()));
+
+    // One put back (moved) replaces its old self and shows at once, and the
+    // playback does not bring it in a second time.
+    VORATucao moved = *playback.tucaoWithId(QStringLiteral("5"));
+    moved.x = 500;
+    playback.addTucao(moved);
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3", "4", "5"}));
+    QCOMPARE(playback.tucaoWithId(QStringLiteral("5"))->x, 500);
+    QCOMPARE(playback.tucaoCount(), 5);
+    playback.showTucaoOneByOne();
+    playback.showTucaoOneByOne();
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3", "4", "5", "6"}));
+
+    // A new one (published) joins the page, even before playback started.
+    VORATucaoPlayback idle;
+    idle.setTucaoList(makeTucaoList(2));
+    VORATucao fresh;
+    fresh.tucaoId = QStringLiteral("99");
+    idle.addTucao(fresh);
+    QCOMPARE(idsOf(idle.currentDisplayTucaoViewList()), QStringList({"99"}));
+    QCOMPARE(idsOf(idle.tucaoViewLists()), QStringList({"99", "1", "2"}));
+}
+
+void TestTucaoRules::ownTucaoLongPress_data()
+{
+    QTest::addColumn<bool>("signedIn");
+    QTest::addColumn<QString>("author");
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("own") << true << "100001" << true;
+    QTest::newRow("someone else's") << true << "90001" << false;
+    QTest::newRow("own, signed out since") << false << "100001" << false;
+    QTest::newRow("no author") << true << "" << false;
+}
+
+void TestTucaoRules::ownTucaoLongPress()
+{
+    QFETCH(bool, signedIn);
+    QFETCH(QString, author);
+    QFETCH(bool, opens);
+
+    signInLocally(QStringLiteral("100001"));
+    if (!signedIn)
+        signOutLocally();
+    NotificationRecorder edits(VORATucaoPlayback::popUpTucaoEditView);
+    VORATucaoPlayback playback;
+    playback.setTucaoList(makeTucaoList(2, author));
+    playback.nextPageTucao();
+    QCOMPARE(playback.count(), 2);
+    QCOMPARE(playback.index(0).data(VORATucaoPlayback::IsOwnRole).toBool(), opens);
+
+    QObject view;
+    QCOMPARE(playback.longPressTucao(1, &view), opens);
+    QCOMPARE(edits.userInfos.size(), opens ? 1 : 0);
+    if (opens) {
+        QCOMPARE(edits.senders.first(), &view);
+        QCOMPARE(edits.userInfos.first().value("TuCaoView").value<QObject *>(), &view);
+        QCOMPARE(edits.userInfos.first().value("tucao").toMap().value("tucaoId").toString(), QStringLiteral("2"));
+        QCOMPARE(edits.userInfos.first().value("playback").value<QObject *>(), &playback);
+    }
+    QVERIFY(!playback.longPressTucao(2, &view)); // no such row
+    signOutLocally();
+}
+
+void TestTucaoRules::menuSwitchPersisted()
+{
+    VORAUserConfig::shareUserConfigInstance()->setIsDisplayTuCao(false);
+    auto menu = std::make_unique<VORATuCaoMenuView>();
+    QVERIFY(!menu->showTucaoflag());
+    QVERIFY(!menu->playTucaoflag());
+    QCOMPARE(menu->showButtonPicture(), QStringLiteral("tucaoshow.png"));
+    QCOMPARE(menu->playButtonPicture(), QStringLiteral("tucaosuspend.png"));
+    QCOMPARE(menu->playButtonPressedPicture(), QStringLiteral("tucaosuspendpressed.png"));
+
+    // Hidden tucao cannot be played.
+    QSignalSpy play(menu.get(), &VORATuCaoMenuView::playTucao);
+    menu->playTucaoBtn();
+    QVERIFY(play.isEmpty());
+
+    QSignalSpy show(menu.get(), &VORATuCaoMenuView::showTucao);
+    menu->showTucaoBtn();
+    QCOMPARE(show.count(), 1);
+    QCOMPARE(show.first().first().toBool(), true);
+    QCOMPARE(play.count(), 1);
+    QCOMPARE(play.first().first().toBool(), true);
+    QCOMPARE(menu->showButtonPicture(), QStringLiteral("tucaohide.png"));
+    QCOMPARE(menu->showButtonPressedPicture(), QStringLiteral("tucaohidepressed.png"));
+    QCOMPARE(menu->playButtonPicture(), QStringLiteral("tucaostart.png"));
+    QCOMPARE(menu->playButtonPressedPicture(), QStringLiteral("tucaostartpressed.png"));
+
+    // Read back from the user defaults file as a restart would, and the next
+    // chapter's menu starts shown.
+    QVERIFY(VORAUserConfig().isDisplayTuCao());
+    menu = std::make_unique<VORATuCaoMenuView>();
+    QVERIFY(menu->showTucaoflag());
+    QVERIFY(menu->playTucaoflag());
+
+    QSignalSpy play2(menu.get(), &VORATuCaoMenuView::playTucao);
+    menu->playTucaoBtn();
+    QCOMPARE(play2.count(), 1);
+    QCOMPARE(play2.last().first().toBool(), false);
+    QCOMPARE(menu->playButtonPicture(), QStringLiteral("tucaosuspend.png"));
+    QVERIFY(VORAUserConfig().isDisplayTuCao()); // pausing is not saved
+
+    menu->showTucaoBtn();
+    QVERIFY(!menu->showTucaoflag());
+    QVERIFY(!menu->playTucaoflag());
+    QVERIFY(!VORAUserConfig().isDisplayTuCao());
+
+    // Title, page and count, and the other buttons' requests.
+    QSignalSpy labels(menu.get(), &VORATuCaoMenuView::labelsChanged);
+    menu->setTitle(QStringLiteral("第1话"));
+    menu->setPageLabel(QStringLiteral("3/20"));
+    menu->setTucaoTotal(205);
+    QCOMPARE(labels.count(), 3);
+    QSignalSpy previous(menu.get(), &VORATuCaoMenuView::previousGroupRequested);
+    QSignalSpy next(menu.get(), &VORATuCaoMenuView::nextGroupRequested);
+    QSignalSpy write(menu.get(), &VORATuCaoMenuView::writeTucaoRequested);
+    menu->lastPageTucaoBtn();
+    menu->nextPageTucaoBtn();
+    menu->writeTucaoBtn();
+    QCOMPARE(previous.count() + next.count() + write.count(), 3);
+}
+
+void TestTucaoRules::inputView_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("accepted");
+    QTest::newRow("empty") << "" << false;
+    QTest::newRow("blanks") << "   " << false;
+    QTest::newRow("text") << "好看！" << true;
+    QTest::newRow("long text, no limit") << QString(300, QChar(0x597D)) << true;
+}
+
+void TestTucaoRules::inputView()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, accepted);
+
+    // Nobody signed in: the sign-in view instead, with the jump type saved.
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    signOutLocally();
+    global->user()->setUserViewJumpType(0);
+    VORATuCaoInputView input;
+    QSignalSpy signIn(&input, &VORATuCaoInputView::signInRequested);
+    QVERIFY(!input.popUpTucaoInputView());
+    QCOMPARE(signIn.count(), 1);
+    QVERIFY(!input.isOpen());
+    QCOMPARE(global->loadUser()->userViewJumpType(), 1);
+
+    signInLocally(QStringLiteral("100001"));
+    QVERIFY(input.popUpTucaoInputView());
+    QVERIFY(input.isOpen());
+    QVERIFY(input.inputBoxVisible());
+    input.textFieldDidBeginEditing();
+    QVERIFY(input.keyboardOpen());
+    input.setText(text);
+
+    NotificationRecorder panels(textPanelName());
+    QSignalSpy place(&input, &VORATuCaoInputView::placeTucao);
+    input.configTucaoInput();
+    QVERIFY(!input.keyboardOpen());
+    QCOMPARE(input.isLocation(), accepted);
+    QCOMPARE(input.inputBoxVisible(), !accepted);
+    if (!accepted) {
+        QCOMPARE(panels.texts(), QStringList{VORATuCaoInputView::emptyText});
+        QCOMPARE(panels.userInfos.first().value("delay").toDouble(), 0.5);
+        QVERIFY(!input.touchEndedAtPoint(QPointF(100, 100))); // not placing yet
+        QVERIFY(input.isOpen());
+        input.cancelTucaoInput();
+        QVERIFY(!input.isOpen());
+    } else {
+        QVERIFY(panels.userInfos.isEmpty());
+        QVERIFY(input.touchEndedAtPoint(QPointF(300, 420)));
+        QCOMPARE(place.count(), 1);
+        QCOMPARE(place.first().at(0).toString(), text);
+        QCOMPARE(place.first().at(1).toPointF(), QPointF(300, 420));
+        QVERIFY(!input.isOpen());
+        QVERIFY(!input.touchEndedAtPoint(QPointF(1, 1)));
+        QCOMPARE(place.count(), 1);
+    }
+    signOutLocally();
+}
+
+void TestTucaoRules::inputBoxPosition_data()
+{
+    QTest::addColumn<QSizeF>("screen");
+    QTest::addColumn<QRectF>("resting");
+    QTest::addColumn<QRectF>("editing");
+    QTest::newRow("landscape") << QSizeF(1024, 768) << QRectF(312, 284, 400, 150) << QRectF(312, 84, 400, 150);
+    QTest::newRow("portrait") << QSizeF(768, 1024) << QRectF(184, 412, 400, 150) << QRectF(184, 412, 400, 150);
+}
+
+void TestTucaoRules::inputBoxPosition()
+{
+    QFETCH(QSizeF, screen);
+    QFETCH(QRectF, resting);
+    QFETCH(QRectF, editing);
+    signInLocally(QStringLiteral("100001"));
+    VORATuCaoInputView input;
+    input.setScreenSize(screen);
+    QVERIFY(input.popUpTucaoInputView());
+    QCOMPARE(input.inputBoxRect(), resting);
+    input.textFieldDidBeginEditing();
+    QCOMPARE(input.inputBoxRect(), editing);
+    input.keyboardWillHide();
+    QCOMPARE(input.inputBoxRect(), resting);
+    signOutLocally();
+}
+
+void TestTucaoRules::newRectangle_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QPointF>("tap");
+    QTest::addColumn<int>("screenState");
+    QTest::newRow("short, middle, landscape") << "好" << QPointF(500, 400) << 1;
+    QTest::newRow("sentence, top-left corner") << "这一页画得太好了，哈哈哈哈哈哈" << QPointF(2, 2) << 1;
+    QTest::newRow("long text, bottom-right, portrait") << QString(2000, QChar(0x597D)) << QPointF(760, 1020) << 0;
+    QTest::newRow("latin words") << "what a page this is, really" << QPointF(740, 300) << 0;
+}
+
+void TestTucaoRules::newRectangle()
+{
+    QFETCH(QString, text);
+    QFETCH(QPointF, tap);
+    QFETCH(int, screenState);
+
+    const qreal width = screenState == 1 ? 1004 : 748;
+    const VORATucaoPagePlacement placement = halfSizePage(width, 0, 0);
+    VORATuCaoEditManager edit(text, tap, placement, screenState);
+    QCOMPARE(edit.tucaoEditViewSize(), screenState == 1 ? QSizeF(1024, 768) : QSizeF(768, 1024));
+    QVERIFY(!edit.isPublished());
+    QCOMPARE(edit.tucaoStr(), text);
+    QCOMPARE(edit.tucaoLocationPoint(), tap);
+
+    const QRectF rect = edit.editRect();
+    const QRectF bounds = edit.boundsRect();
+    QCOMPARE(bounds, QRectF(0, 0, width, screenState == 1 ? 768 : 1024));
+    QVERIFY2(bounds.contains(rect), qPrintable(QStringLiteral("%1,%2 %3x%4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height())));
+    QVERIFY(rect.width() <= VORATuCaoEditManager::maxLabelWidth + 2 * VORATuCaoEditManager::labelMargin);
+    QFont font;
+    font.setPointSizeF(11);
+    QVERIFY(rect.height() <= std::ceil(QFontMetricsF(font).lineSpacing() * 20) + 2 * VORATuCaoEditManager::labelMargin);
+    QVERIFY(rect.width() >= VORATuCaoEditManager::minWidth && rect.height() >= VORATuCaoEditManager::minHeight);
+    // Centred on the tap unless an edge is in the way.
+    if (bounds.adjusted(rect.width() / 2, rect.height() / 2, -rect.width() / 2, -rect.height() / 2).contains(tap))
+        QCOMPARE(rect.center(), tap);
+    // A longer text never gets a smaller label.
+    QVERIFY(VORATuCaoEditManager::sizeForText(text + text).height() >= VORATuCaoEditManager::sizeForText(text).height());
+
+    // Moves and resizes stay on the page and keep a usable size.
+    edit.moveBy(-5000, -5000);
+    QCOMPARE(edit.editRect().topLeft(), bounds.topLeft());
+    edit.resizeBy(5000, 5000);
+    QVERIFY(bounds.contains(edit.editRect()));
+    QCOMPARE(edit.editRect().bottomRight(), bounds.bottomRight());
+    edit.resizeBy(-5000, -5000);
+    QCOMPARE(edit.editRect().size(), QSizeF(VORATuCaoEditManager::minWidth, VORATuCaoEditManager::minHeight));
+    edit.moveBy(5000, 5000);
+    QCOMPARE(edit.editRect().bottomRight(), bounds.bottomRight());
+}
+
+void TestTucaoRules::editingOutcomes_data()
+{
+    QTest::addColumn<bool>("isPublished");
+    QTest::addColumn<QString>("option");
+    QTest::newRow("new: confirm publishes") << false << "confirm";
+    QTest::newRow("new: cancel closes") << false << "cancel";
+    QTest::newRow("new: delete closes, sends nothing") << false << "delete";
+    QTest::newRow("own: confirm edits") << true << "confirm";
+    QTest::newRow("own: cancel puts it back") << true << "cancel";
+    QTest::newRow("own: delete deletes") << true << "delete";
+}
+
+void TestTucaoRules::editingOutcomes()
+{
+    QFETCH(bool, isPublished);
+    QFETCH(QString, option);
+
+    // Signed out on the site: whatever is sent is refused, which is enough to
+    // see what was sent.
+    signOutLocally();
+    QuorinSite site(QuorinSiteOptions{});
+    QVERIFY(site.listen() != 0);
+    qputenv("QUORIN_API_BASE", site.baseUrl().toString().toUtf8());
+    signInLocally(QStringLiteral("100001"));
+
+    const VORATucaoPagePlacement placement = halfSizePage(1004, 300, 0);
+    VORATucao own;
+    own.tucaoId = QStringLiteral("123");
+    own.content = QStringLiteral("我的吐槽");
+    own.userId = QStringLiteral("100001");
+    own.x = 200;
+    own.y = 900;
+    own.width = 120;
+    own.height = 60;
+    std::unique_ptr<VORATuCaoEditManager> edit =
+        isPublished ? std::make_unique<VORATuCaoEditManager>(own, placement, 1)
+                    : std::make_unique<VORATuCaoEditManager>(QStringLiteral("新吐槽"), QPointF(400, 300), placement, 1);
+    QCOMPARE(edit->isPublished(), isPublished);
+    if (isPublished) // where the page shows it: half size, 300 scrolled
+        QCOMPARE(edit->editRect(), QRectF(100, 150, 60, 30));
+
+    // Wired as the reader wires them.
+    VORATucaoPublisher publisher;
+    publisher.setPagePlacement(placement);
+    QSignalSpy removedFromPage(&publisher, &VORATucaoPublisher::removedFromPage);
+    QSignalSpy closeEdit(&publisher, &VORATucaoPublisher::closeEditRequested);
+    connect(edit.get(), &VORATuCaoEditManager::publishTucaoRequested, &publisher,
+            [&](const VORATucaoDTO &dto) { publisher.publishTucao(dto, QStringLiteral("1000001")); });
+    connect(edit.get(), &VORATuCaoEditManager::confirmEditRequested, &publisher,
+            [&](const VORATucaoDTO &dto) { publisher.confirmEdit(dto); });
+    connect(edit.get(), &VORATuCaoEditManager::deleteTucaoRequested, &publisher,
+            [&](const VORATucaoDTO &dto) { publisher.deleteTucao(dto, QStringLiteral("10001")); });
+    connect(&publisher, &VORATucaoPublisher::closeEditRequested, edit.get(), &VORATuCaoEditManager::hideEditTuCaoView);
+    QSignalSpy putBack(edit.get(), &VORATuCaoEditManager::tucaoPutBack);
+    QSignalSpy removed(edit.get(), &VORATuCaoEditManager::removed);
+
+    edit->moveBy(10, -20);
+    if (option == QLatin1String("confirm"))
+        edit->confirmPubTuCao();
+    else if (option == QLatin1String("cancel"))
+        edit->cancleEditTuCao();
+    else
+        edit->deleteTuCaoView();
+
+    const bool sends = option == QLatin1String("confirm") || (isPublished && option == QLatin1String("delete"));
+    if (sends) {
+        // The menu stays until the answer, then closes.
+        QTRY_COMPARE_WITH_TIMEOUT(closeEdit.count(), 1, 10000);
+    }
+    QVERIFY(!edit->menuExpanded());
+    QTRY_VERIFY_WITH_TIMEOUT(edit->isRemoved(), 5000);
+    QCOMPARE(removed.count(), 1);
+
+    const QString sentPath = !isPublished ? addPath : option == QLatin1String("delete") ? deletePath : editPath;
+    for (const QString &path : {addPath, editPath, deletePath})
+        QCOMPARE(site.requestCount(path), sends && path == sentPath ? 1 : 0);
+    if (sends && sentPath == editPath) {
+        // Sent in page pixels: moved 10 right and 20 up on a half-size page.
+        QVERIFY(site.lastRequest(editPath).query.endsWith("&tucao_id=123&x=220&y=860&width=120&height=60&"));
+    }
+    if (sends && sentPath == deletePath) {
+        QCOMPARE(removedFromPage.count(), 1);
+        QCOMPARE(removedFromPage.first().first().toString(), QStringLiteral("123"));
+    } else {
+        QVERIFY(removedFromPage.isEmpty());
+    }
+    if (isPublished && option == QLatin1String("cancel")) {
+        QCOMPARE(putBack.count(), 1);
+        const VORATucao back = putBack.first().first().value<VORATucao>();
+        QCOMPARE(back.tucaoId, own.tucaoId);
+        QCOMPARE(back.content, own.content);
+        QCOMPARE(rectOf(back), QList<qint64>({220, 860, 120, 60}));
+    } else {
+        QVERIFY(putBack.isEmpty());
+    }
+
+    // Once closing, the options do nothing more.
+    edit->confirmPubTuCao();
+    edit->deleteTuCaoView();
+    QTest::qWait(50);
+    QCOMPARE(site.requestCount(addPath) + site.requestCount(editPath) + site.requestCount(deletePath), sends ? 1 : 0);
+    signOutLocally();
+    m_env.pointAtSite();
+}
+
+QTEST_MAIN(TestTucaoRules)
+#include "tst_tucaorules.moc"

@@ -1,0 +1,490 @@
+// Tucao editing against the reference site, signed in as a demo reader: a
+// tucao written, placed, published, fetched back at its page pixels, moved and
+// deleted; another account refused; the messages of failed transports; and
+// answers that are not what they should be.
+
+#include "CatalogueTestSupport.h"
+#include "TucaoTestSupport.h"
+#include "net/ASIHTTPRequest.h"
+#include "net/VORAGetChapterInfoService.h"
+#include "net/VORAGetComicBasicInfoService.h"
+#include "net/VORAGetTucaoService.h"
+#include "tucao/VORATuCaoEditManager.h"
+#include "tucao/VORATuCaoInputView.h"
+#include "tucao/VORATucaoGeometry.h"
+#include "tucao/VORATucaoPlayback.h"
+#include "tucao/VORATucaoPublisher.h"
+
+#include <QDateTime>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTest>
+#include <QUrlQuery>
+
+namespace {
+const QString addPath = QStringLiteral("ios/pad/add_tucao.php");
+const QString editPath = QStringLiteral("ios/pad/edit_tucao.php");
+const QString deletePath = QStringLiteral("ios/pad/delete_tucao.php");
+
+bool run(VORAHttpBaseWebService &service)
+{
+    ServiceWaiter waiter;
+    service.asynchronousRequestWithDelegate(&waiter);
+    return QTest::qWaitFor([&]() { return waiter.done; }, 10000) && !waiter.failed;
+}
+
+QList<qint64> rectOf(const VORATucaoDTO &d)
+{
+    return {d.x, d.y, d.width, d.height};
+}
+
+QList<qint64> rectOf(const VORATucao &t)
+{
+    return {t.x, t.y, t.width, t.height};
+}
+
+QString uniqueText(const char *what)
+{
+    return QStringLiteral("%1 %2").arg(QString::fromUtf8(what)).arg(QDateTime::currentMSecsSinceEpoch());
+}
+} // namespace
+
+class TestTucaoSite : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void publishMoveDelete();
+    void otherAccountRefused();
+    void transportFailures_data();
+    void transportFailures();
+    void oddAnswers_data();
+    void oddAnswers();
+
+private:
+    // The page's tucao as the page loader fetches them.
+    std::optional<QList<VORATucao>> fetch();
+    std::optional<VORATucao> fetchOne(const QString &tucaoId);
+    // A tucao of the signed-in user on the page, published directly.
+    VORATucao publishDirectly(const QString &text);
+    void wire(VORATucaoPublisher &publisher, VORATuCaoEditManager &edit);
+
+    CatalogueTestEnvironment m_env;
+    QString m_comicId;
+    VORAPageInfoDTO m_page;
+    VORATucaoPagePlacement m_placement;
+};
+
+void TestTucaoSite::initTestCase()
+{
+    QVERIFY(m_env.start());
+    QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->user()->userId(), QStringLiteral("100001"));
+
+    // The first page of the first free chapter of the first comic.
+    m_comicId = QStringLiteral("10001");
+    VORAGetComicBasicInfoService comic;
+    comic.comicId = m_comicId;
+    QVERIFY(run(comic));
+    const std::optional<VORAComicInfoDTO> info = comic.comicInfo();
+    QVERIFY(info);
+    QString chapterId;
+    for (const auto &ch : info->chapterList) {
+        if (ch.type != 2) {
+            chapterId = ch.chapterId;
+            break;
+        }
+    }
+    QVERIFY(!chapterId.isEmpty());
+    VORAGetChapterInfoService chapter;
+    chapter.chapterId = chapterId;
+    QVERIFY(run(chapter));
+    QVERIFY(chapter.pageList() && !chapter.pageList()->isEmpty());
+    m_page = chapter.pageList()->first();
+    QVERIFY(m_page.width > 0 && m_page.height > 0);
+
+    // Landscape reading: the page fitted to the 1004-point page view, scrolled
+    // down by 300 points.
+    m_placement.imageSize = QSizeF(m_page.width, m_page.height);
+    m_placement.imageViewSize = QSizeF(1004, VORATucaoGeometry::fittedHeight(m_placement.imageSize, 1004));
+    m_placement.contentOffset = QPointF(0, 300);
+}
+
+void TestTucaoSite::cleanup()
+{
+    m_env.site->faults().clear();
+    m_env.pointAtSite();
+    ASIHTTPRequest::setDefaultTimeOutSeconds(15);
+    if (VORAAppGlobalData::shareAppGlobalData()->user()->userId() != QLatin1String("100001"))
+        QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+}
+
+std::optional<QList<VORATucao>> TestTucaoSite::fetch()
+{
+    VORAGetTucaoService get;
+    get.pageId = m_page.pageId;
+    get.lastId = QStringLiteral("100000000");
+    get.pageSize = 200;
+    get.isNext = true;
+    if (!run(get))
+        return std::nullopt;
+    return get.tucaoList();
+}
+
+std::optional<VORATucao> TestTucaoSite::fetchOne(const QString &tucaoId)
+{
+    const QList<VORATucao> list = fetch().value_or(QList<VORATucao>());
+    for (const VORATucao &t : list) {
+        if (t.tucaoId == tucaoId)
+            return t;
+    }
+    return std::nullopt;
+}
+
+VORATucao TestTucaoSite::publishDirectly(const QString &text)
+{
+    VORATucaoPublisher publisher;
+    publisher.setPagePlacement(m_placement);
+    QSignalSpy published(&publisher, &VORATucaoPublisher::published);
+    VORATucaoDTO dto;
+    dto.content = text;
+    dto.x = 100;
+    dto.y = 50;
+    dto.width = 120;
+    dto.height = 40;
+    publisher.publishTucao(dto, m_page.pageId);
+    if (!QTest::qWaitFor([&]() { return !published.isEmpty(); }, 10000))
+        return VORATucao();
+    return published.first().first().value<VORATucao>();
+}
+
+void TestTucaoSite::wire(VORATucaoPublisher &publisher, VORATuCaoEditManager &edit)
+{
+    connect(&edit, &VORATuCaoEditManager::publishTucaoRequested, &publisher,
+            [&](const VORATucaoDTO &dto) { publisher.publishTucao(dto, m_page.pageId); });
+    connect(&edit, &VORATuCaoEditManager::confirmEditRequested, &publisher,
+            [&](const VORATucaoDTO &dto) { publisher.confirmEdit(dto); });
+    connect(&edit, &VORATuCaoEditManager::deleteTucaoRequested, &publisher,
+            [&](const VORATucaoDTO &dto) { publisher.deleteTucao(dto, m_comicId); });
+    connect(&publisher, &VORATucaoPublisher::closeEditRequested, &edit, &VORATuCaoEditManager::hideEditTuCaoView);
+}
+
+void TestTucaoSite::publishMoveDelete()
+{
+    VORATucaoPublisher publisher;
+    publisher.setPagePlacement(m_placement);
+    QSignalSpy notices(&publisher, &VORATucaoPublisher::noticeShown);
+    VORATucaoPlayback playback;
+    playback.setImageSize(m_placement.imageSize);
+    connect(&publisher, &VORATucaoPublisher::published, &playback, &VORATucaoPlayback::addTucao);
+    connect(&publisher, &VORATucaoPublisher::updated, &playback, &VORATucaoPlayback::addTucao);
+    connect(&publisher, &VORATucaoPublisher::removedFromPage, &playback,
+            [&](const QString &id) { playback.removeTucao(id); });
+
+    // Write, then tap the place.
+    const QString text = uniqueText("这一格笑死我了");
+    VORATuCaoInputView input;
+    QVERIFY(input.popUpTucaoInputView());
+    input.setText(text);
+    input.configTucaoInput();
+    QSignalSpy place(&input, &VORATuCaoInputView::placeTucao);
+    QVERIFY(input.touchEndedAtPoint(QPointF(400, 200)));
+    QCOMPARE(place.count(), 1);
+
+    // Place and publish.
+    VORATuCaoEditManager placing(place.first().at(0).toString(), place.first().at(1).toPointF(), m_placement, 1);
+    wire(publisher, placing);
+    QSignalSpy published(&publisher, &VORATucaoPublisher::published);
+    const VORATucaoDTO expected = VORATucaoGeometry::getNewTucaoDTO(placing.transRectFromCurrentView(), m_placement);
+    QVERIFY(expected.y > 300); // the scroll counts
+    const QDateTime before = QDateTime::currentDateTimeUtc().addSecs(-1);
+    placing.confirmPubTuCao();
+    QTRY_COMPARE_WITH_TIMEOUT(published.count(), 1, 10000);
+    QCOMPARE(notices.first().first().toString(), QStringLiteral("吐槽发布成功!"));
+    QTRY_VERIFY(placing.isRemoved());
+    const VORATucao mine = published.first().first().value<VORATucao>();
+    QVERIFY(!mine.tucaoId.isEmpty());
+    QCOMPARE(mine.content, text);
+    QCOMPARE(mine.userId, QStringLiteral("100001"));
+    QCOMPARE(rectOf(mine), rectOf(expected));
+    QCOMPARE(playback.tucaoWithId(mine.tucaoId)->content, text);
+    QCOMPARE(playback.count(), 1);
+
+    // What went over the wire: the add service's names, and the time of sending.
+    const QUrlQuery form(QString::fromUtf8(m_env.site->lastRequest(addPath).body));
+    QCOMPARE(form.queryItemValue("w").toLongLong(), expected.width);
+    QCOMPARE(form.queryItemValue("h").toLongLong(), expected.height);
+    QCOMPARE(form.queryItemValue("color"), QStringLiteral("0"));
+    const QDateTime sent = QDateTime::fromSecsSinceEpoch(form.queryItemValue("create_time").toLongLong(), Qt::UTC);
+    QVERIFY(sent >= before && sent <= QDateTime::currentDateTimeUtc().addSecs(1));
+
+    // Fetched back where it was put, in page pixels.
+    std::optional<VORATucao> fetched = fetchOne(mine.tucaoId);
+    QVERIFY(fetched);
+    QCOMPARE(rectOf(*fetched), rectOf(expected));
+    QCOMPARE(fetched->content, text);
+
+    // The page as the loader hands it over: one's own answers a long press,
+    // anybody else's does not.
+    playback.setTucaoList(*fetch());
+    playback.nextPageTucao(); // the first group: the newest, ours among them
+    int ownRow = -1;
+    int otherRow = -1;
+    for (int row = 0; row < playback.count(); ++row) {
+        const QVariantMap t = playback.tucaoAt(row);
+        if (t.value("tucaoId").toString() == mine.tucaoId)
+            ownRow = row;
+        else if (!t.value("isOwn").toBool())
+            otherRow = row;
+    }
+    QVERIFY(ownRow >= 0);
+    NotificationRecorder popUps(VORATucaoPlayback::popUpTucaoEditView);
+    QObject label;
+    if (otherRow >= 0)
+        QVERIFY(!playback.longPressTucao(otherRow, &label));
+    QVERIFY(playback.longPressTucao(ownRow, &label));
+    QCOMPARE(popUps.userInfos.size(), 1);
+    const QString pressedId = popUps.userInfos.first().value("tucao").toMap().value("tucaoId").toString();
+    QCOMPARE(pressedId, mine.tucaoId);
+
+    // Move and widen it: taken off the page while edited, back after the answer.
+    const VORATucao taken = *playback.tucaoWithId(pressedId);
+    QVERIFY(playback.removeTucao(pressedId));
+    VORATuCaoEditManager moving(taken, m_placement, 1);
+    wire(publisher, moving);
+    QSignalSpy updated(&publisher, &VORATucaoPublisher::updated);
+    moving.moveBy(30, 40);
+    moving.resizeBy(10, 0);
+    const VORATucaoDTO moved = VORATucaoGeometry::getNewTucaoDTO(moving.transRectFromCurrentView(), m_placement);
+    QVERIFY(rectOf(moved) != rectOf(expected));
+    moving.confirmPubTuCao();
+    QTRY_COMPARE_WITH_TIMEOUT(updated.count(), 1, 10000);
+    QCOMPARE(notices.last().first().toString(), QStringLiteral("吐槽更新成功!"));
+    QTRY_VERIFY(moving.isRemoved());
+    const VORATucao afterMove = updated.first().first().value<VORATucao>();
+    QCOMPARE(afterMove.tucaoId, mine.tucaoId);
+    QCOMPARE(rectOf(afterMove), rectOf(moved));
+    QCOMPARE(rectOf(*playback.tucaoWithId(mine.tucaoId)), rectOf(moved));
+    fetched = fetchOne(mine.tucaoId);
+    QVERIFY(fetched);
+    QCOMPARE(rectOf(*fetched), rectOf(moved));
+    QCOMPARE(fetched->content, text); // an edit carries no text
+
+    // Delete: off the page before the answer, gone from the site after it.
+    VORATuCaoEditManager deleting(*playback.tucaoWithId(mine.tucaoId), m_placement, 1);
+    wire(publisher, deleting);
+    QSignalSpy deleted(&publisher, &VORATucaoPublisher::deleted);
+    QVERIFY(playback.removeTucao(mine.tucaoId)); // taken off for editing
+    playback.addTucao(mine);                      // (as if put back by a cancel)
+    deleting.deleteTuCaoView();
+    QVERIFY(!playback.tucaoWithId(mine.tucaoId));
+    QVERIFY(deleting.menuExpanded()); // open until the answer
+    QTRY_COMPARE_WITH_TIMEOUT(deleted.count(), 1, 10000);
+    QCOMPARE(deleted.first().first().toString(), mine.tucaoId);
+    QCOMPARE(notices.last().first().toString(), QStringLiteral("吐槽删除成功!"));
+    QTRY_VERIFY(deleting.isRemoved());
+    QVERIFY(fetch());
+    QVERIFY(!fetchOne(mine.tucaoId));
+    QCOMPARE(QUrlQuery(QString::fromLatin1(m_env.site->lastRequest(deletePath).query)).queryItemValue("comic_id"),
+             m_comicId);
+}
+
+void TestTucaoSite::otherAccountRefused()
+{
+    const VORATucao mine = publishDirectly(uniqueText("reader's"));
+    QVERIFY(!mine.tucaoId.isEmpty());
+
+    QVERIFY(signInAs(QStringLiteral("rich"), QStringLiteral("rich123")));
+    VORATucaoPublisher publisher;
+    publisher.setPagePlacement(m_placement);
+    QSignalSpy notices(&publisher, &VORATucaoPublisher::noticeShown);
+    QSignalSpy closeEdit(&publisher, &VORATucaoPublisher::closeEditRequested);
+    QSignalSpy updated(&publisher, &VORATucaoPublisher::updated);
+    QSignalSpy deleted(&publisher, &VORATucaoPublisher::deleted);
+    QSignalSpy removedFromPage(&publisher, &VORATucaoPublisher::removedFromPage);
+
+    VORATucaoDTO dto;
+    dto.tucaoId = mine.tucaoId;
+    dto.content = mine.content;
+    dto.x = 10;
+    dto.y = 10;
+    dto.width = 50;
+    dto.height = 50;
+    QVERIFY(publisher.confirmEdit(dto));
+    QTRY_COMPARE_WITH_TIMEOUT(closeEdit.count(), 1, 10000);
+    QCOMPARE(notices.last().first().toString(), QStringLiteral("只能修改自己的吐槽"));
+    QVERIFY(updated.isEmpty());
+
+    QVERIFY(publisher.deleteTucao(dto, m_comicId));
+    QCOMPARE(removedFromPage.count(), 1); // off the screen at once, whatever comes
+    QTRY_COMPARE_WITH_TIMEOUT(closeEdit.count(), 2, 10000);
+    QCOMPARE(notices.last().first().toString(), QStringLiteral("只能删除自己的吐槽"));
+    QVERIFY(deleted.isEmpty());
+
+    const std::optional<VORATucao> still = fetchOne(mine.tucaoId);
+    QVERIFY(still);
+    QCOMPARE(rectOf(*still), rectOf(mine));
+}
+
+void TestTucaoSite::transportFailures_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("stalled");
+    QTest::addColumn<QString>("message");
+    const QString add = QStringLiteral("吐槽发布失败，请检查网络是否通畅!");
+    const QString edit = QStringLiteral("吐槽更新失败，请检查网络是否通畅");
+    const QString del = QStringLiteral("吐槽删除失败，请检查网络是否通畅");
+    QTest::newRow("publish, site stopped") << "add" << false << add;
+    QTest::newRow("publish, site stalled") << "add" << true << add;
+    QTest::newRow("edit, site stopped") << "edit" << false << edit;
+    QTest::newRow("edit, site stalled") << "edit" << true << edit;
+    QTest::newRow("delete, site stopped") << "delete" << false << del;
+    QTest::newRow("delete, site stalled") << "delete" << true << del;
+}
+
+void TestTucaoSite::transportFailures()
+{
+    QFETCH(QString, kind);
+    QFETCH(bool, stalled);
+    QFETCH(QString, message);
+
+    VORATucao mine;
+    if (kind != QLatin1String("add")) {
+        mine = publishDirectly(uniqueText("to fail"));
+        QVERIFY(!mine.tucaoId.isEmpty());
+    } else {
+        mine.content = uniqueText("never sent");
+        mine.userId = QStringLiteral("100001");
+        mine.x = 40;
+        mine.y = 700;
+        mine.width = 100;
+        mine.height = 50;
+    }
+
+    const QString path = kind == QLatin1String("add") ? addPath : kind == QLatin1String("edit") ? editPath : deletePath;
+    QTcpServer closed;
+    if (stalled) {
+        ASIHTTPRequest::setDefaultTimeOutSeconds(1);
+        m_env.site->faults().setStall(path);
+    } else {
+        QVERIFY(closed.listen(QHostAddress::LocalHost));
+        const quint16 port = closed.serverPort();
+        closed.close();
+        qputenv("QUORIN_API_BASE", QStringLiteral("http://127.0.0.1:%1/").arg(port).toUtf8());
+    }
+
+    VORATucaoPublisher publisher;
+    publisher.setPagePlacement(m_placement);
+    std::unique_ptr<VORATuCaoEditManager> edit =
+        kind == QLatin1String("add")
+            ? std::make_unique<VORATuCaoEditManager>(mine.content, QPointF(300, 300), m_placement, 1)
+            : std::make_unique<VORATuCaoEditManager>(mine, m_placement, 1);
+    wire(publisher, *edit);
+    QSignalSpy notices(&publisher, &VORATucaoPublisher::noticeShown);
+    QSignalSpy closeEdit(&publisher, &VORATucaoPublisher::closeEditRequested);
+    QSignalSpy removedFromPage(&publisher, &VORATucaoPublisher::removedFromPage);
+    QSignalSpy published(&publisher, &VORATucaoPublisher::published);
+    QSignalSpy updated(&publisher, &VORATucaoPublisher::updated);
+    QSignalSpy deleted(&publisher, &VORATucaoPublisher::deleted);
+    NotificationRecorder panels(textPanelName());
+
+    if (kind == QLatin1String("delete"))
+        edit->deleteTuCaoView();
+    else
+        edit->confirmPubTuCao();
+    QTRY_COMPARE_WITH_TIMEOUT(notices.count(), 1, 15000);
+    QCOMPARE(notices.first().first().toString(), message);
+    QCOMPARE(panels.texts(), QStringList{message});
+    QVERIFY(!publisher.isSending());
+    // The edit panel stays open for another try.
+    QVERIFY(closeEdit.isEmpty());
+    QVERIFY(edit->menuExpanded());
+    QCOMPARE(published.count() + updated.count() + deleted.count(), 0);
+    QCOMPARE(removedFromPage.count(), kind == QLatin1String("delete") ? 1 : 0);
+
+    // Once the site answers again, the same panel gets through.
+    m_env.site->faults().clear();
+    m_env.pointAtSite();
+    ASIHTTPRequest::setDefaultTimeOutSeconds(15);
+    if (kind == QLatin1String("delete"))
+        edit->deleteTuCaoView();
+    else
+        edit->confirmPubTuCao();
+    QTRY_COMPARE_WITH_TIMEOUT(closeEdit.count(), 1, 10000);
+    QCOMPARE(published.count() + updated.count() + deleted.count(), 1);
+    QTRY_VERIFY(edit->isRemoved());
+}
+
+void TestTucaoSite::oddAnswers_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<bool>("signedIn");
+    QTest::addColumn<QString>("notice");
+    QTest::addColumn<bool>("publishes");
+
+    QTest::newRow("tucao_id as a number") << QByteArray(R"({"code":1,"message":"吐槽发布成功","tucao_id":123456})") << true
+                                          << "吐槽发布成功!" << true;
+    QTest::newRow("tucao_id null") << QByteArray(R"({"code":1,"tucao_id":null})") << true << "吐槽发布成功!" << true;
+    QTest::newRow("refusal passed through") << QByteArray(R"({"code":0,"message":"服务器维护中"})") << true
+                                            << "服务器维护中" << false;
+    QTest::newRow("not an object") << QByteArray("[1,2]") << true << "" << false;
+    QTest::newRow("cut short") << QByteArray(R"({"code":1,"mess)") << true << "" << false;
+    QTest::newRow("signed out: the site's own refusal") << QByteArray() << false << "请先登录后再吐槽" << false;
+}
+
+void TestTucaoSite::oddAnswers()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(bool, signedIn);
+    QFETCH(QString, notice);
+    QFETCH(bool, publishes);
+
+    if (!body.isEmpty())
+        m_env.site->faults().setMalformed(addPath, body);
+    if (!signedIn)
+        QVERIFY(signInAs(QString(), QString()));
+
+    VORATucaoPublisher publisher;
+    publisher.setPagePlacement(m_placement);
+    QSignalSpy notices(&publisher, &VORATucaoPublisher::noticeShown);
+    QSignalSpy closeEdit(&publisher, &VORATucaoPublisher::closeEditRequested);
+    QSignalSpy published(&publisher, &VORATucaoPublisher::published);
+    VORATucaoDTO dto;
+    dto.content = uniqueText("odd");
+    dto.x = 20;
+    dto.y = 20;
+    dto.width = 60;
+    dto.height = 30;
+    QVERIFY(publisher.publishTucao(dto, m_page.pageId));
+    QVERIFY(!publisher.publishTucao(dto, m_page.pageId)); // one at a time
+    QTRY_COMPARE_WITH_TIMEOUT(closeEdit.count(), 1, 10000);
+    QVERIFY(m_env.site->requestCount(addPath) > 0);
+    QCOMPARE(notices.isEmpty() ? QString() : notices.last().first().toString(), notice);
+    QCOMPARE(published.count(), publishes ? 1 : 0);
+    if (!publishes)
+        return;
+
+    // Published without a usable id: on the page, but it can be neither moved
+    // nor deleted, and nothing with a made-up id is sent.
+    const VORATucao kept = published.first().first().value<VORATucao>();
+    QVERIFY(kept.tucaoId.isEmpty());
+    QCOMPARE(kept.content, dto.content);
+    const int edits = m_env.site->requestCount(editPath);
+    const int deletes = m_env.site->requestCount(deletePath);
+    VORATucaoDTO again = publisher.tucaoDTO();
+    QVERIFY(!publisher.confirmEdit(again));
+    QCOMPARE(notices.last().first().toString(), QStringLiteral("吐槽不存在"));
+    again.tucaoId = QStringLiteral("1&x=5");
+    QVERIFY(!publisher.confirmEdit(again));
+    again.tucaoId = QStringLiteral("../x");
+    QVERIFY(!publisher.deleteTucao(again, m_comicId));
+    again.tucaoId = QStringLiteral("12");
+    QVERIFY(!publisher.deleteTucao(again, QStringLiteral("10001/../1")));
+    QCOMPARE(m_env.site->requestCount(editPath), edits);
+    QCOMPARE(m_env.site->requestCount(deletePath), deletes);
+}
+
+QTEST_MAIN(TestTucaoSite)
+#include "tst_tucaosite.moc"

@@ -7,8 +7,10 @@
 class VORADatabaseManager;
 
 // What the reader writes on every page change and on leaving: the comic's
-// recent-reading entry (updated, or added with the oldest entry dropped when
-// 30 or more were held) and its reading position.
+// reading position (updated or added), then its recent-reading entries (every
+// one of the comic updated; else one added, and the last of the list dropped
+// when 30 or more were held). Store work: call it on a worker thread with a
+// store instance made there.
 class ReadingPositionRecorder
 {
 public:

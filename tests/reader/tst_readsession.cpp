@@ -1,0 +1,660 @@
+// The reading session against the reference site: where a chapter opens
+// ("kFirstPage", "kLastPage", a page id), the prefetch set, the read gate at its
+// boundaries and its dialogs, the dialog answers, a real purchase, downloaded
+// chapters (finished: offline and ungated; partly: online), the sign-in
+// notification, teardown, and the reading position written on leaving.
+
+#include "ReaderSessionTestSupport.h"
+#include "core/VORAArchiveNames.h"
+#include "core/VORAUtility.h"
+#include "net/VORAGetComicBasicInfoService.h"
+#include "reader/VORAPageDownloadManager.h"
+#include "store/ReadingPositionRecorder.h"
+#include "store/VORAPersistenceManager.h"
+
+#include <QFile>
+#include <QTest>
+#include <QUrlQuery>
+
+using namespace readertest;
+
+namespace {
+const QDateTime fixedNow = QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC);
+
+std::unique_ptr<VORAReadComicManager> makeSession(const QString &comicId, const QString &chapterId,
+                                                  const QString &pageId, SessionRecorder *recorder,
+                                                  HooksRecorder *hooks)
+{
+    auto session = std::make_unique<VORAReadComicManager>(comicId, chapterId, pageId);
+    session->setNowForTesting([]() { return fixedNow; });
+    session->setDelegate(recorder);
+    session->setReadHomeViewController(hooks);
+    return session;
+}
+
+// Waits until every loader of the prefetch set has ended.
+bool waitForLoaders(const VORAReadComicManager &session)
+{
+    return QTest::qWaitFor(
+        [&]() {
+            for (VORAPageDownloadManager *loader : session.pageCache()) {
+                if (!loader->isLoadFinish())
+                    return false;
+            }
+            return true;
+        },
+        20000);
+}
+
+QList<int> indexesOf(const QList<VORAPageDownloadManager *> &loaders)
+{
+    QList<int> out;
+    for (const VORAPageDownloadManager *loader : loaders)
+        out << loader->pageInfoDTO().index;
+    return out;
+}
+
+QJsonObject paidChapter(qint64 price, qint64 buyed = 0)
+{
+    return QJsonObject{{"type", 2}, {"buyed", buyed}, {"is_view", 0}, {"price", price}, {"release_time", 1}, {"pass_time", 1}};
+}
+} // namespace
+
+class TestReadSession : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void startPage_data();
+    void startPage();
+    void prefetchSet_data();
+    void prefetchSet();
+    void readGate_data();
+    void readGate();
+    void wholeComicDialogs_data();
+    void wholeComicDialogs();
+    void dialogAnswers_data();
+    void dialogAnswers();
+    void purchaseThroughTheSite();
+    void downloadedChapters();
+    void signInNotificationAndTeardown();
+    void readingPositionOnLeaving();
+
+private:
+    CatalogueTestEnvironment m_env;
+};
+
+void TestReadSession::initTestCase()
+{
+    QVERIFY(m_env.start());
+}
+
+void TestReadSession::cleanup()
+{
+    m_env.site->faults().clear();
+    m_env.pointAtSite();
+    VORAAppGlobalData::shareAppGlobalData()->appStatus()->setFromAppStore(0);
+    QVERIFY(signInAs(QString(), QString()));
+}
+
+// --- Where the chapter opens ---
+
+void TestReadSession::startPage_data()
+{
+    QTest::addColumn<QByteArray>("chapterBody");
+    QTest::addColumn<QString>("pageId");
+    QTest::addColumn<int>("pageCount");
+    QTest::addColumn<int>("pageIndex");
+    QTest::addColumn<QString>("firstPageId");
+
+    const QByteArray three = chapterAnswer(pagesData(3));
+    QTest::newRow("first page") << three << "kFirstPage" << 3 << 0 << "p1";
+    QTest::newRow("last page") << three << "kLastPage" << 3 << 2 << "p1";
+    QTest::newRow("page id") << three << "p3" << 3 << 2 << "p1";
+    QTest::newRow("unknown id keeps 0") << three << "p99" << 3 << 0 << "p1";
+    QTest::newRow("data not an array, last page") << chapterAnswer(QJsonObject{{"0", "p1"}}) << "kLastPage" << 0 << -1
+                                                  << "";
+    QTest::newRow("data missing") << QByteArray(R"({"code":0,"message":"章节不存在"})") << "kFirstPage" << 0 << 0
+                                  << "";
+    QJsonArray numeric = pagesData(2);
+    numeric[0] = QJsonObject{{"image_id", 800001}, {"location", QJsonValue::Null}, {"width", "640"}};
+    QTest::newRow("numeric image_id is empty") << chapterAnswer(numeric) << "kLastPage" << 2 << 1 << "";
+}
+
+void TestReadSession::startPage()
+{
+    QFETCH(QByteArray, chapterBody);
+    QFETCH(QString, pageId);
+    QFETCH(int, pageCount);
+    QFETCH(int, pageIndex);
+    QFETCH(QString, firstPageId);
+
+    m_env.site->faults().setMalformed(comicPath, comicAnswer(0, {QJsonObject{{"is_view", 1}}}));
+    m_env.site->faults().setMalformed(chapterPath, chapterBody);
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    auto session = makeSession("777", "9001", pageId, &recorder, &hooks);
+    session->load();
+    QTRY_COMPARE(recorder.infoCalls, 1);
+    QVERIFY(!recorder.lastInfoFailed);
+    QVERIFY(session->isOnlineComic());
+    QCOMPARE(session->chapterIndex(), 0);
+    QCOMPARE(session->pageList().size(), pageCount);
+    QCOMPARE(session->pageIndex(), pageIndex);
+    if (pageCount > 0) {
+        QCOMPARE(session->pageList().first().pageId, firstPageId);
+        QCOMPARE(session->pageList().last().index, pageCount - 1);
+    }
+    QUrlQuery query(QString::fromLatin1(m_env.site->lastRequest(chapterPath).query));
+    QCOMPARE(query.queryItemValue("chapter_id"), QStringLiteral("9001"));
+    QCOMPARE(query.queryItemValue("webp"), QStringLiteral("0"));
+}
+
+// --- Prefetch set ---
+
+void TestReadSession::prefetchSet_data()
+{
+    QTest::addColumn<QList<int>>("moves");
+    QTest::addColumn<QList<int>>("wanted");
+
+    QTest::newRow("0 from 0") << QList<int>{0} << QList<int>{0, 1, 2};
+    QTest::newRow("1 from 0: page 0 is no neighbour") << QList<int>{1} << QList<int>{1, 2, 3};
+    QTest::newRow("forwards") << QList<int>{4, 5} << QList<int>{5, 6, 7, 4, 3};
+    QTest::newRow("backwards") << QList<int>{10, 9} << QList<int>{9, 8, 7, 10, 11};
+    QTest::newRow("backwards to 1") << QList<int>{3, 1} << QList<int>{1, 2, 3};
+    QTest::newRow("last page") << QList<int>{28, 29} << QList<int>{29, 28, 27};
+    QTest::newRow("out of range changes nothing") << QList<int>{6, 30, -1} << QList<int>{6, 7, 8, 5, 4};
+}
+
+void TestReadSession::prefetchSet()
+{
+    QFETCH(QList<int>, moves);
+    QFETCH(QList<int>, wanted);
+
+    // Pages whose images are nowhere: every loader ends (failing) quickly.
+    m_env.site->faults().setMalformed(comicPath, comicAnswer(0, {QJsonObject{{"is_view", 1}}}));
+    m_env.site->faults().setMalformed(chapterPath, chapterAnswer(pagesData(30)));
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    auto session = makeSession("777", "9001", "kFirstPage", &recorder, &hooks);
+    session->load();
+    QTRY_COMPARE(recorder.infoCalls, 1);
+
+    for (int move : std::as_const(moves)) {
+        const QList<VORAPageDownloadManager *> before = session->pageCache();
+        session->getPageWithIndex(move);
+        const QList<VORAPageDownloadManager *> after = session->pageCache();
+        QVERIFY(after.size() <= VORAReadComicManager::maxPrefetch);
+        // A loader of a page still wanted is the same object; the others are
+        // cancelled and deaf (checked before any event runs).
+        for (VORAPageDownloadManager *old : before) {
+            const bool kept = after.contains(old);
+            QCOMPARE(old->isCancel(), !kept && move >= 0 && move < 30);
+            if (!kept && old->isCancel())
+                QVERIFY(!old->delegate());
+        }
+        for (VORAPageDownloadManager *loader : after) {
+            for (VORAPageDownloadManager *old : before) {
+                if (old->pageId() == loader->pageId())
+                    QCOMPARE(loader, old);
+            }
+            QVERIFY(loader->isLoading() || loader->isLoadFinish());
+        }
+        QVERIFY(waitForLoaders(*session));
+    }
+    QCOMPARE(indexesOf(session->pageCache()), wanted);
+    QCOMPARE(session->pageIndex(), wanted.first());
+
+    // Finished loaders hand their pages over again at once (no image here:
+    // the page could not be loaded).
+    recorder.pages.clear();
+    session->getPageWithIndex(wanted.first());
+    QCOMPARE(recorder.pages.size(), wanted.size());
+    QCOMPARE(recorder.pages.first().index, wanted.first());
+    QVERIFY(!recorder.pages.first().image);
+}
+
+// --- The read gate ---
+
+void TestReadSession::readGate_data()
+{
+    QTest::addColumn<qint64>("isVip");
+    QTest::addColumn<QJsonObject>("chapter");
+    QTest::addColumn<QString>("user"); // "", "member" or "vip"
+    QTest::addColumn<qint64>("coins");
+    QTest::addColumn<qint64>("fromAppStore");
+    QTest::addColumn<QString>("outcome"); // "read", "signIn", "nothing" or a dialog tag
+    QTest::addColumn<QString>("message");
+
+    const qint64 t = fixedNow.toSecsSinceEpoch();
+    auto sealed = [t](qint64 secondsSincePass) {
+        return QJsonObject{{"type", 0}, {"buyed", 0}, {"is_view", 0}, {"price", 0},
+                           {"release_time", t - secondsSincePass - 10}, {"pass_time", t - secondsSincePass}};
+    };
+    const QString sealText = QStringLiteral("即将阅读的VIP章节暂时被封印啦,7天后解封,成为Quorin会员即刻解封哦~");
+
+    QTest::newRow("is_view") << qint64(3) << QJsonObject{{"is_view", 1}, {"pass_time", t}} << "" << qint64(0)
+                             << qint64(0) << "read" << "";
+    QTest::newRow("free comic") << qint64(0) << paidChapter(30) << "" << qint64(0) << qint64(0) << "read" << "";
+    QTest::newRow("paid comic, free chapter") << qint64(1) << QJsonObject{{"type", 1}, {"is_view", 0}} << ""
+                                              << qint64(0) << qint64(0) << "read" << "";
+    QTest::newRow("buyed -1 signs in") << qint64(1) << paidChapter(30, -1) << "member" << qint64(500) << qint64(0)
+                                       << "signIn" << "";
+    QTest::newRow("bought") << qint64(2) << paidChapter(30, 1) << "member" << qint64(0) << qint64(0) << "read" << "";
+    QTest::newRow("price 0") << qint64(2) << paidChapter(0) << "member" << qint64(0) << qint64(0) << "read" << "";
+    QTest::newRow("from the store: silence") << qint64(1) << paidChapter(30) << "member" << qint64(500) << qint64(1)
+                                             << "nothing" << "";
+    QTest::newRow("exactly the price") << qint64(1) << paidChapter(30) << "member" << qint64(30) << qint64(0)
+                                       << "10002" << "购买此章节需要30quorin币";
+    QTest::newRow("one coin short")
+        << qint64(2) << paidChapter(30) << "member" << qint64(29) << qint64(0) << "10001"
+        << "该章节为付费章节哦!请购买后进行阅读!阅读本章节需要30个quorin币,您当前quorin币余额为29,余额不足,请充值!";
+    QTest::newRow("seal 604800 s: open") << qint64(3) << sealed(604800) << "" << qint64(0) << qint64(0) << "read"
+                                         << "";
+    QTest::newRow("seal 604799 s, signed out") << qint64(3) << sealed(604799) << "" << qint64(0) << qint64(0)
+                                               << "signIn" << "";
+    QTest::newRow("seal 604799 s, member") << qint64(3) << sealed(604799) << "member" << qint64(0) << qint64(0)
+                                           << "10000" << sealText;
+    QTest::newRow("seal, member from the store") << qint64(3) << sealed(10) << "member" << qint64(0) << qint64(1)
+                                                 << "nothing" << "";
+    QTest::newRow("seal, VIP") << qint64(3) << sealed(10) << "vip" << qint64(0) << qint64(0) << "read" << "";
+    QTest::newRow("86399 s ahead: sealed") << qint64(3) << sealed(-86399) << "member" << qint64(0) << qint64(0)
+                                           << "10000" << sealText;
+    QTest::newRow("86400 s ahead wraps: open") << qint64(3) << sealed(-86400) << "" << qint64(0) << qint64(0)
+                                               << "read" << "";
+    QTest::newRow("far future wraps: open") << qint64(3) << sealed(-400 * 86400) << "" << qint64(0) << qint64(0)
+                                            << "read" << "";
+    QTest::newRow("other is_vip") << qint64(7) << sealed(10) << "" << qint64(0) << qint64(0) << "read" << "";
+}
+
+void TestReadSession::readGate()
+{
+    QFETCH(qint64, isVip);
+    QFETCH(QJsonObject, chapter);
+    QFETCH(QString, user);
+    QFETCH(qint64, coins);
+    QFETCH(qint64, fromAppStore);
+    QFETCH(QString, outcome);
+    QFETCH(QString, message);
+
+    setLocalUser(!user.isEmpty(), coins, user == QLatin1String("vip"));
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    global->user()->setUserViewJumpType(0);
+    global->user()->setUserViewJumpIsTopupType(0);
+    global->appStatus()->setFromAppStore(fromAppStore);
+    m_env.site->faults().setMalformed(comicPath, comicAnswer(isVip, {chapter}));
+    m_env.site->faults().setMalformed(chapterPath, chapterAnswer(pagesData(2)));
+    const int chapterRequests = m_env.site->requestCount(chapterPath);
+
+    AlertRecorder alerts;
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    auto session = makeSession("777", "9001", "kFirstPage", &recorder, &hooks);
+    session->load();
+
+    if (outcome == QLatin1String("read")) {
+        QTRY_COMPARE(recorder.infoCalls, 1);
+        QVERIFY(!recorder.lastInfoFailed);
+        QCOMPARE(session->pageList().size(), 2);
+        QVERIFY(alerts.alerts.isEmpty());
+        QVERIFY(hooks.calls.isEmpty());
+        return;
+    }
+    // Refused: the gate ends the opening without a word to the reader.
+    QTRY_VERIFY(session->comicInfoDTO().has_value());
+    QTest::qWait(50); // a page-list request, if one were wrongly sent, would be under way now
+    QCOMPARE(m_env.site->requestCount(chapterPath), chapterRequests);
+    QCOMPARE(recorder.infoCalls, 0);
+    if (outcome == QLatin1String("signIn")) {
+        QCOMPARE(hooks.calls, QStringList{"createUserView"});
+        QVERIFY(alerts.alerts.isEmpty());
+        const std::optional<VORAUser> saved = global->loadUser();
+        QVERIFY(saved);
+        QCOMPARE(saved->userViewJumpType(), 1);
+        QCOMPARE(saved->userViewJumpIsTopupType(), 2);
+    } else if (outcome == QLatin1String("nothing")) {
+        QVERIFY(alerts.alerts.isEmpty());
+        QVERIFY(hooks.calls.isEmpty());
+    } else {
+        QCOMPARE(alerts.alerts.size(), 1);
+        QCOMPARE(alerts.lastTag(), outcome.toInt());
+        QCOMPARE(alerts.lastMessage(), message);
+        QCOMPARE(alerts.last().value("title").toString(), QStringLiteral("提示"));
+        QCOMPARE(alerts.last().value("delegate").value<QObject *>(), session.get());
+        const QStringList buttons = alerts.last().value("buttons").toStringList();
+        if (outcome == QLatin1String("10000"))
+            QCOMPARE(buttons, (QStringList{"取消", "成为VIP"}));
+        else if (outcome == QLatin1String("10001"))
+            QCOMPARE(buttons, (QStringList{"拒绝", "购买"}));
+        else
+            QCOMPARE(alerts.last().value("kind").toString(), QStringLiteral("coin"));
+        QCOMPARE(session->buyComicOrBuyVipType(), outcome == QLatin1String("10001") ? 2 : 0);
+    }
+}
+
+// The coin dialog's third button: the whole comic. Equal coins are not enough.
+void TestReadSession::wholeComicDialogs_data()
+{
+    QTest::addColumn<qint64>("coins");
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<QString>("message");
+    // Unbought: 30 + 20 (+ a free chapter); the bought one does not count.
+    QTest::newRow("exactly the total") << qint64(50) << 10004
+                                       << "购买本书需要50个quorin币,您当前的quorin币为50,余额不足,请充值!";
+    QTest::newRow("one more than the total") << qint64(51) << 10003 << "购买本书需要50个quorin币";
+}
+
+void TestReadSession::wholeComicDialogs()
+{
+    QFETCH(qint64, coins);
+    QFETCH(int, tag);
+    QFETCH(QString, message);
+
+    setLocalUser(true, coins, false);
+    m_env.site->faults().setMalformed(
+        comicPath, comicAnswer(1, {paidChapter(30), paidChapter(20), paidChapter(40, 1), QJsonObject{{"is_view", 1}}}));
+    AlertRecorder alerts;
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    auto session = makeSession("777", "9001", "kFirstPage", &recorder, &hooks);
+    session->load();
+    QTRY_COMPARE(alerts.lastTag(), 10002);
+    session->alertView(10002, 2);
+    QCOMPARE(alerts.lastTag(), tag);
+    QCOMPARE(alerts.lastMessage(), message);
+    QCOMPARE(alerts.last().value("buttons").toStringList(), (QStringList{"取消", "购买"}));
+
+    if (tag == 10003) {
+        // Buying sends every unbought paid chapter.
+        const int buys = m_env.site->requestCount(buyPath);
+        session->alertView(10003, 1);
+        QCOMPARE(session->buyType(), 0);
+        QTRY_COMPARE(m_env.site->requestCount(buyPath), buys + 1);
+        const QUrlQuery query(QString::fromLatin1(m_env.site->lastRequest(buyPath).query));
+        QCOMPARE(query.queryItemValue("comicId"), QStringLiteral("777"));
+        QCOMPARE(query.queryItemValue("chapter", QUrl::FullyDecoded), QStringLiteral(R"(["9001","9002"])"));
+        // The local user is unknown to the site: its refusal is shown.
+        QTRY_COMPARE(alerts.lastMessage(), QStringLiteral("请先登录"));
+        QVERIFY(session->comicChapterArray().isEmpty());
+    }
+}
+
+// --- Dialog answers ---
+
+void TestReadSession::dialogAnswers_data()
+{
+    QTest::addColumn<int>("tag");
+    QTest::addColumn<int>("button");
+    QTest::addColumn<QStringList>("calls");
+    QTest::newRow("seal: become VIP") << 10000 << 1 << QStringList{"createUserView", "pushPayVC:1"};
+    QTest::newRow("seal: cancel") << 10000 << 0 << QStringList{"backCurrentChapterIndex"};
+    QTest::newRow("too few coins: top up") << 10001 << 1 << QStringList{"createUserView", "pushPayVC:2"};
+    QTest::newRow("too few coins: refuse") << 10001 << 0 << QStringList{};
+    QTest::newRow("whole comic, too few: top up") << 10004 << 1 << QStringList{"createUserView", "pushPayVC:2"};
+    QTest::newRow("bought: read") << 10005 << 1 << QStringList{"skipeToChapter:9001"};
+    QTest::newRow("bought: wait") << 10005 << 0 << QStringList{};
+    QTest::newRow("coin dialog cancel") << 10002 << 0 << QStringList{};
+    QTest::newRow("unknown tag") << 4242 << 1 << QStringList{};
+}
+
+void TestReadSession::dialogAnswers()
+{
+    QFETCH(int, tag);
+    QFETCH(int, button);
+    QFETCH(QStringList, calls);
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    auto session = makeSession("777", "9001", "kFirstPage", &recorder, &hooks);
+    const int buys = m_env.site->requestCount(buyPath);
+    session->alertView(tag, button);
+    QCOMPARE(hooks.calls, calls);
+    QCOMPARE(m_env.site->requestCount(buyPath), buys);
+    QVERIFY(session->comicChapterArray().isEmpty());
+}
+
+// --- A purchase through the site ---
+
+void TestReadSession::purchaseThroughTheSite()
+{
+    QVERIFY(signInAs("reader", "reader123"));
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    QCOMPARE(global->user()->userCoin(), 100);
+
+    // A paid, unbought chapter of a demo comic with paid chapters.
+    VORAGetComicBasicInfoService comicService;
+    comicService.comicId = QStringLiteral("10002");
+    ServiceWaiter waiter;
+    comicService.asynchronousRequestWithDelegate(&waiter);
+    QTRY_VERIFY(waiter.done);
+    const std::optional<VORAComicInfoDTO> comic = comicService.comicInfo();
+    QVERIFY(comic);
+    const VORAChapterInfoDTO *target = nullptr;
+    for (const VORAChapterInfoDTO &c : comic->chapterList) {
+        if (c.type == 2 && c.buyed == 0 && c.price > 0 && c.price <= 100) {
+            target = &c;
+            break;
+        }
+    }
+    QVERIFY(target);
+
+    int buySuccessPosts = 0;
+    QObject observer;
+    NotificationCenter::defaultCenter().addObserver(&observer, "BuySuccessPost",
+                                                    [&](const Notification &) { ++buySuccessPosts; });
+    AlertRecorder alerts;
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    VORAReadComicManager session("10002", target->chapterId, "kFirstPage");
+    session.setDelegate(&recorder);
+    session.setReadHomeViewController(&hooks);
+    session.load();
+    QTRY_COMPARE(alerts.lastTag(), 10002);
+    QCOMPARE(session.buyComicOrBuyVipType(), 0);
+    const int comicRequests = m_env.site->requestCount(comicPath);
+
+    session.alertView(10002, 1);
+    QCOMPARE(session.buyType(), 1);
+    QCOMPARE(session.comicChapterArray(), QStringList{target->chapterId});
+    // Bought: the comic is asked for again, the gate now lets the chapter through.
+    QTRY_COMPARE(recorder.infoCalls, 1);
+    QVERIFY(!recorder.lastInfoFailed);
+    QCOMPARE(buySuccessPosts, 1);
+    QCOMPARE(m_env.site->requestCount(comicPath), comicRequests + 1);
+    QCOMPARE(session.pageList().size(), target->imageCount);
+    QCOMPARE(global->user()->userCoin(), 100 - target->price);
+    QTRY_COMPARE(global->loadUser()->userCoin(), 100 - target->price);
+    QVERIFY(session.comicChapterArray().isEmpty());
+    QCOMPARE(alerts.lastTag(), 10002); // no failure dialog
+
+    // Buying it again is refused by the site: its message, coins untouched.
+    session.alertView(10002, 1);
+    QTRY_COMPARE(alerts.lastMessage(), QStringLiteral("这些章节已经购买过了"));
+    QCOMPARE(buySuccessPosts, 1);
+    QCOMPARE(global->user()->userCoin(), 100 - target->price);
+
+    // The transport failing: "购买失败".
+    m_env.site->faults().setDropMidBody(buyPath);
+    session.alertView(10002, 1);
+    QTRY_COMPARE(alerts.lastMessage(), QStringLiteral("购买失败"));
+}
+
+// --- Downloaded chapters ---
+
+void TestReadSession::downloadedChapters()
+{
+    // A VIP-sealed comic with a finished chapter and a chapter still loading.
+    const qint64 t = QDateTime::currentSecsSinceEpoch();
+    VORAComicInfoDTO comic;
+    comic.comicId = QStringLiteral("5302");
+    comic.name = QStringLiteral("封印漫画");
+    comic.is_vip = 3;
+    for (int i = 0; i < 3; ++i) {
+        VORAChapterInfoDTO c;
+        c.comicId = comic.comicId;
+        c.chapterId = QString::number(44120 + i);
+        c.index = i;
+        c.pass_time = QDateTime::fromSecsSinceEpoch(t - 3600, Qt::UTC); // sealed
+        comic.chapterList.append(c);
+    }
+    VORAPersistenceManager::saveComicInfo(comic, VORAPersistenceManager::comicInfoFileWithComicId("5302"));
+    QList<VORAPageInfoDTO> pages;
+    for (int i = 0; i < 3; ++i)
+        pages.append({QString::number(889120 + i), QStringLiteral("http://127.0.0.1:1/x.jpg"), 800, 1130, 1, i});
+    VORAPersistenceManager::saveChapterInfo(pages, VORAPersistenceManager::chapterInfoFileWithComicId("5302", "44121"));
+    // Pages 0 and 1 are on disk, page 2 is not; page 0 has a tucao file.
+    for (int i = 0; i < 2; ++i) {
+        QFile file(VORAPersistenceManager::pageFileWithComicId("5302", "44121", pages.at(i).pageId));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("image-" + QByteArray::number(i));
+    }
+    VORATucao tucao;
+    tucao.tucaoId = QStringLiteral("7");
+    tucao.content = QStringLiteral("好看");
+    tucao.x = 10;
+    tucao.updateTime = QDateTime::fromSecsSinceEpoch(t, Qt::UTC);
+    VORAPersistenceManager::saveTucao({tucao}, VORAPersistenceManager::tucaoFileWithComicId("5302", "44121", "889120"));
+
+    VORADatabaseManager *db = VORAPersistenceManager::getPersistenceManager()->databaseManager();
+    for (const QString &id : {QStringLiteral("44121"), QStringLiteral("44122")}) {
+        VORADownloadChapterInfoDTO d;
+        d.chapterId = id;
+        d.comicId = comic.comicId;
+        d.imageCount = 3;
+        db->addDownlaodChapter(d);
+    }
+    VORADownloadChapterInfoDTO finished = *db->getDownloadChapterWithChapterId("44121");
+    finished.isFinishDownload = true;
+    db->updateDownloadChapter(finished);
+
+    // No network at all, and a signed-out user: the finished chapter opens at
+    // once, before load() returns, without the gate.
+    qputenv("QUORIN_API_BASE", "http://127.0.0.1:1/");
+    AlertRecorder alerts;
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    auto session = makeSession("5302", "44121", "889121", &recorder, &hooks);
+    session->load();
+    QCOMPARE(recorder.infoCalls, 1);
+    QVERIFY(!recorder.lastInfoFailed);
+    QVERIFY(!session->isOnlineComic());
+    QCOMPARE(session->chapterIndex(), 1);
+    QCOMPARE(session->pageList(), pages);
+    QCOMPARE(session->pageIndex(), 1);
+    QVERIFY(alerts.alerts.isEmpty());
+    QVERIFY(hooks.calls.isEmpty());
+
+    session->getPageWithIndex(0);
+    QCOMPARE(indexesOf(session->pageCache()), (QList<int>{0, 1, 2}));
+    QTRY_COMPARE(recorder.pages.size(), 3);
+    QCOMPARE(*recorder.page(0)->image, QByteArray("image-0"));
+    QCOMPARE(*recorder.page(0)->tucao, QList<VORATucao>{tucao});
+    QCOMPARE(*recorder.page(1)->image, QByteArray("image-1"));
+    QVERIFY(!recorder.page(1)->tucao); // no tucao file
+    QVERIFY(!recorder.page(2)->image); // no page file: a failure
+    QVERIFY(!recorder.page(2)->tucao);
+    QVERIFY(waitForLoaders(*session));
+
+    // The chapter still downloading is read online (and so meets the gate:
+    // nobody is signed in, so the sign-in view is asked for).
+    m_env.pointAtSite();
+    m_env.site->faults().setMalformed(comicPath, comicAnswer(3, {QJsonObject{{"chapter_id", "44122"}, {"pass_time", t}}}));
+    const int comicRequests = m_env.site->requestCount(comicPath);
+    SessionRecorder onlineRecorder;
+    auto online = makeSession("5302", "44122", "kFirstPage", &onlineRecorder, &hooks);
+    online->setNowForTesting({});
+    online->load();
+    QVERIFY(online->isOnlineComic());
+    QCOMPARE(onlineRecorder.infoCalls, 0);
+    QTRY_COMPARE(hooks.calls, QStringList{"createUserView"});
+    QCOMPARE(m_env.site->requestCount(comicPath), comicRequests + 1);
+
+    // A damaged comicInfo.txt: the reader hears of a failure.
+    QFile damaged(VORAPersistenceManager::comicInfoFileWithComicId("5302"));
+    QVERIFY(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    damaged.write("\xff\x00garbage", 9);
+    damaged.close();
+    SessionRecorder damagedRecorder;
+    auto broken = makeSession("5302", "44121", "kFirstPage", &damagedRecorder, &hooks);
+    broken->load();
+    QCOMPARE(damagedRecorder.infoCalls, 1);
+    QVERIFY(damagedRecorder.lastInfoFailed);
+}
+
+// --- Sign-in notification and teardown ---
+
+void TestReadSession::signInNotificationAndTeardown()
+{
+    m_env.site->faults().setMalformed(comicPath, comicAnswer(1, {paidChapter(30, -1)}));
+    m_env.site->faults().setMalformed(chapterPath, chapterAnswer(pagesData(4)));
+    const QString notification = QString::fromLatin1(VORANotificationNames::userViewPostInfo);
+    const int observers = NotificationCenter::defaultCenter().observerCount(notification);
+
+    SessionRecorder recorder;
+    HooksRecorder hooks;
+    auto session = makeSession("777", "9001", "kLastPage", &recorder, &hooks);
+    QCOMPARE(NotificationCenter::defaultCenter().observerCount(notification), observers + 1);
+    session->load();
+    QTRY_COMPARE(hooks.calls, QStringList{"createUserView"});
+    QCOMPARE(recorder.infoCalls, 0);
+
+    // Signed in: the page list is fetched, the gate is not asked again.
+    NotificationCenter::defaultCenter().post(notification);
+    QTRY_COMPARE(recorder.infoCalls, 1);
+    QCOMPARE(session->pageIndex(), 3);
+    QCOMPARE(hooks.calls.size(), 1);
+
+    // Leaving while the comic is asked for: nobody hears anything afterwards,
+    // and the loaders of the prefetch set outlive the session harmlessly.
+    session->getPageWithIndex(3);
+    m_env.site->faults().setStall(comicPath);
+    session->load();
+    QTRY_VERIFY(m_env.site->requestCount(comicPath) > 0);
+    session.reset();
+    QCOMPARE(NotificationCenter::defaultCenter().observerCount(notification), observers);
+    NotificationCenter::defaultCenter().post(notification);
+    m_env.site->faults().clear();
+    QTest::qWait(100);
+    QCOMPARE(recorder.infoCalls, 1);
+}
+
+// --- The reading position on leaving ---
+
+void TestReadSession::readingPositionOnLeaving()
+{
+    VORADatabaseManager db;
+    VORAComicInfoDTO comic;
+    comic.comicId = QStringLiteral("r-dup");
+    VORAChapterInfoDTO first;
+    first.chapterId = QStringLiteral("c1");
+    VORAPageInfoDTO page;
+    page.pageId = QStringLiteral("pg1");
+    // Two entries of one comic (an older store may hold such): both follow.
+    db.addRecentReadInfoWithComic(comic, first, page);
+    db.addRecentReadInfoWithComic(comic, first, page);
+    const int held = int(db.getRecentReadInfo().size());
+
+    VORAChapterInfoDTO later;
+    later.chapterId = QStringLiteral("c2");
+    VORAPageInfoDTO laterPage;
+    laterPage.pageId = QStringLiteral("pg9");
+    laterPage.index = 8;
+    ReadingPositionRecorder::saveReadingPosition(db, comic, later, laterPage);
+
+    const auto recent = VORADatabaseManager().getRecentReadInfo();
+    QCOMPARE(int(recent.size()), held);
+    int updated = 0;
+    for (const auto &entry : recent) {
+        if (entry->comicId() == comic.comicId) {
+            QCOMPARE(entry->chapterId(), QStringLiteral("c2"));
+            QCOMPARE(entry->pageId(), QStringLiteral("pg9"));
+            ++updated;
+        }
+    }
+    QCOMPARE(updated, 2);
+    QCOMPARE(VORADatabaseManager().getReadHistoryWithComic(comic.comicId)->pageId(), QStringLiteral("pg9"));
+}
+
+QTEST_MAIN(TestReadSession)
+#include "tst_readsession.moc"

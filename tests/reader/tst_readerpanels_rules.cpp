@@ -1,0 +1,614 @@
+// The rules of the reader's panels against the in-process reference site and
+// a store in a temporary app home: the bookmark panel's order, deletion by
+// comic and row tap; the chapter panel's sort, count label, read gate on a row
+// tap with the dialogs answered inside the panel and a purchase; the
+// brightness panel; and the read-page log with its upload.
+
+#include "ReaderPanelsTestSupport.h"
+#include "catalogue/VORAComicHomePageView.h"
+#include "core/VORAUserConfig.h"
+#include "net/VORAUploadReadLogSerVice.h"
+#include "platform/UserDefaults.h"
+#include "reader/VORAAdjustLuminanceView.h"
+#include "reader/VORABookmarkListModel.h"
+#include "reader/VORABookmarkManager.h"
+#include "reader/VORAChapterListModel.h"
+#include "reader/VORAChapterManager.h"
+#include "reader/VORAReadPageLog.h"
+
+#include <QAbstractItemModelTester>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUrlQuery>
+
+#include <memory>
+
+namespace {
+const QString readLogPath = QStringLiteral("ios/pad/image_log.php");
+const QString buyPath = QStringLiteral("v3/app/ios/pad/buyChapter/buy");
+const QDateTime base = QDateTime(QDate(2024, 3, 5), QTime(12, 0), Qt::LocalTime);
+
+std::unique_ptr<VORABookmarkManager> openBookmarkPanel(RecordingHooks *hooks = nullptr)
+{
+    auto panel = std::make_unique<VORABookmarkManager>();
+    panel->setReadHomeController(hooks);
+    if (!QTest::qWaitFor([&]() { return panel->isLoaded(); }, 10000))
+        return nullptr;
+    return panel;
+}
+
+QStringList chapterIdsOf(const VORAChapterListModel *model)
+{
+    QStringList ids;
+    for (int i = 0; i < model->count(); ++i)
+        ids << model->chapterAt(i)->chapterId;
+    return ids;
+}
+
+QList<int> indicesOf(const VORAChapterListModel *model)
+{
+    QList<int> out;
+    for (int i = 0; i < model->count(); ++i)
+        out << model->chapterAt(i)->index;
+    return out;
+}
+
+// The first chapter of the comic that `pick` accepts.
+std::optional<VORAChapterInfoDTO> chapterOf(const VORAComicInfoDTO &comic,
+                                            const std::function<bool(const VORAChapterInfoDTO &)> &pick)
+{
+    for (const VORAChapterInfoDTO &c : comic.chapterList) {
+        if (pick(c))
+            return c;
+    }
+    return std::nullopt;
+}
+
+// The "image_ids" of the last read-log request, decoded.
+QJsonObject lastReadLog(QuorinSite &site)
+{
+    const QuorinSiteRequestRecord record = site.lastRequest(readLogPath);
+    for (const QByteArray &pair : record.query.split('&')) {
+        if (pair.startsWith("image_ids="))
+            return QJsonDocument::fromJson(QByteArray::fromBase64(pair.mid(10))).object();
+    }
+    return {};
+}
+} // namespace
+
+class TestReaderPanelsRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void bookmarkOrder_data();
+    void bookmarkOrder();
+    void bookmarkDeletionByComic();
+    void bookmarkRowTapClosesThePanel();
+    void chapterSortAndCount_data();
+    void chapterSortAndCount();
+    void chapterRowTap_data();
+    void chapterRowTap();
+    void chapterPurchaseInThePanel_data();
+    void chapterPurchaseInThePanel();
+    void brightness_data();
+    void brightness();
+    void readPageLog_data();
+    void readPageLog();
+
+private:
+    CatalogueTestEnvironment m_env;
+};
+
+void TestReaderPanelsRules::initTestCase()
+{
+    QVERIFY(m_env.start());
+}
+
+void TestReaderPanelsRules::cleanup()
+{
+    m_env.site->faults().clear();
+    VORAAppGlobalData::shareAppGlobalData()->appStatus()->setFromAppStore(1);
+    QVERIFY(signInAs(QString(), QString()));
+    clearBookmarks();
+}
+
+// --- Bookmarks ---
+
+void TestReaderPanelsRules::bookmarkOrder_data()
+{
+    QTest::addColumn<QStringList>("pages");     // stored in this order ...
+    QTest::addColumn<QList<int>>("minutes");    // ... added at base + these minutes
+    QTest::addColumn<QStringList>("newestFirst");
+    QTest::addColumn<QStringList>("oldestFirst");
+    QTest::newRow("empty") << QStringList() << QList<int>() << QStringList() << QStringList();
+    QTest::newRow("one") << QStringList{"p1"} << QList<int>{5} << QStringList{"p1"} << QStringList{"p1"};
+    QTest::newRow("stored out of order") << QStringList{"p1", "p2", "p3", "p4"} << QList<int>{200, 100, 300, -50}
+                                         << QStringList{"p3", "p1", "p2", "p4"} << QStringList{"p4", "p2", "p1", "p3"};
+    // The store lists equal times newest stored first; both sorts keep that.
+    QTest::newRow("equal times") << QStringList{"p1", "p2"} << QList<int>{7, 7} << QStringList{"p2", "p1"}
+                                 << QStringList{"p2", "p1"};
+}
+
+void TestReaderPanelsRules::bookmarkOrder()
+{
+    QFETCH(QStringList, pages);
+    QFETCH(QList<int>, minutes);
+    QFETCH(QStringList, newestFirst);
+    QFETCH(QStringList, oldestFirst);
+    for (int i = 0; i < pages.size(); ++i)
+        storeBookmark(QStringLiteral("5302"), QStringLiteral("第3话 %1"), pages.at(i), i, base.addSecs(60 * minutes.at(i)));
+
+    auto panel = openBookmarkPanel();
+    QVERIFY(panel);
+    QAbstractItemModelTester tester(panel->bookmarkListModel());
+    QCOMPARE(pageIdsOf(panel->mybookmarkList()), newestFirst);
+    QCOMPARE(panel->bookmarkType(), 1);
+    QCOMPARE(panel->bookmarkListModel()->count(), pages.size());
+
+    panel->chapterSort(); // the sort button
+    QCOMPARE(pageIdsOf(panel->mybookmarkList()), oldestFirst);
+    QCOMPARE(panel->bookmarkType(), 0);
+    panel->chapterSort();
+    QCOMPARE(pageIdsOf(panel->mybookmarkList()), newestFirst);
+    QCOMPARE(panel->bookmarkType(), 1);
+
+    // The table follows the list; the row texts of the newest.
+    if (!pages.isEmpty()) {
+        const QModelIndex first = panel->bookmarkListModel()->index(0);
+        QCOMPARE(first.data(VORABookmarkListModel::DateTextRole).toString(),
+                 base.addSecs(60 * minutes.at(pages.indexOf(newestFirst.first()))).toString(QStringLiteral("yyyy-MM-dd")));
+        const int pageIndex = int(pages.indexOf(newestFirst.first()));
+        QCOMPARE(first.data(VORABookmarkListModel::InfoTextRole).toString(),
+                 QStringLiteral("5302_第3话 %1_第") + QString::number(pageIndex + 1) + QStringLiteral("页"));
+    }
+    QCOMPARE(VORABookmarkListModel::dateText(base), QStringLiteral("2024-03-05"));
+    QCOMPARE(VORABookmarkListModel::dateText(QDateTime()), QString());
+}
+
+void TestReaderPanelsRules::bookmarkDeletionByComic()
+{
+    storeBookmark(QStringLiteral("20001"), QStringLiteral("第1话"), QStringLiteral("a-old"), 0, base);
+    storeBookmark(QStringLiteral("20002"), QStringLiteral("第1话"), QStringLiteral("b"), 1, base.addSecs(100));
+    storeBookmark(QStringLiteral("20001"), QStringLiteral("第2话"), QStringLiteral("a-new"), 2, base.addSecs(200));
+
+    auto panel = openBookmarkPanel();
+    QVERIFY(panel);
+    QCOMPARE(pageIdsOf(panel->mybookmarkList()), (QStringList{"a-new", "b", "a-old"}));
+    // The second row of comic 20001 goes from the screen; the store loses the
+    // comic's first stored bookmark, the newer one.
+    panel->deleteCurrentBookmarkAtRow(2);
+    QCOMPARE(pageIdsOf(panel->mybookmarkList()), (QStringList{"a-new", "b"}));
+    QCOMPARE(panel->bookmarkListModel()->count(), 2);
+    panel->deleteCurrentBookmarkAtRow(7); // no such row
+    panel->deleteCurrentBookmarkAtRow(-1);
+    QCOMPARE(panel->bookmarkListModel()->count(), 2);
+
+    panel = openBookmarkPanel();
+    QVERIFY(panel);
+    QCOMPARE(pageIdsOf(panel->mybookmarkList()), (QStringList{"b", "a-old"}));
+    {
+        VORADatabaseManager db;
+        QCOMPARE(pageIdsOf(VORABookmarkManager::getBookmarkList(db)), (QStringList{"b", "a-old"}));
+    }
+
+    // The last bookmark of a comic goes the same way; then nothing is left.
+    panel->deleteCurrentBookmarkAtRow(0);
+    panel->deleteCurrentBookmarkAtRow(0);
+    QVERIFY(panel->mybookmarkList().isEmpty());
+    panel = openBookmarkPanel();
+    QVERIFY(panel);
+    QVERIFY(panel->mybookmarkList().isEmpty());
+    QCOMPARE(panel->bookmarkListModel()->count(), 0);
+}
+
+void TestReaderPanelsRules::bookmarkRowTapClosesThePanel()
+{
+    storeBookmark(QStringLiteral("30001"), QStringLiteral("第5话"), QStringLiteral("x1"), 4, base);
+    storeBookmark(QStringLiteral("30002"), QStringLiteral("第9话"), QStringLiteral("x2"), 8, base.addSecs(60));
+    RecordingHooks hooks;
+    auto panel = openBookmarkPanel(&hooks);
+    QVERIFY(panel);
+    QSignalSpy closing(panel.get(), &VORAReaderSidePanel::closingChanged);
+    QSignalSpy removed(panel.get(), &VORAReaderSidePanel::removeFromSuperview);
+
+    panel->selectBookmarkAtRow(5); // no such row
+    QVERIFY(hooks.calls.isEmpty());
+    panel->selectBookmarkAtRow(0);
+    QCOMPARE(hooks.calls, QStringList{"bookmark:x2"});
+    const VORABookMarkDTO &chosen = hooks.bookmarks.first();
+    QCOMPARE(chosen.comicId, QStringLiteral("30002"));
+    QCOMPARE(chosen.chapterName, QStringLiteral("第9话"));
+    QCOMPARE(chosen.pageIndex, 8);
+    QCOMPARE(chosen.coverUrl, QStringLiteral("http://127.0.0.1:9/cover/30002.jpg"));
+    QVERIFY(panel->isClosing());
+    QVERIFY(!panel->mengbanEnabled());
+    QCOMPARE(closing.count(), 1);
+
+    // Closing: taps go nowhere, a second dimming tap changes nothing, and the
+    // removal comes once.
+    panel->selectBookmarkAtRow(1);
+    panel->mengbanBtnClick();
+    QCOMPARE(hooks.calls.size(), 1);
+    QCOMPARE(closing.count(), 1);
+    QTRY_COMPARE(removed.count(), 1);
+    QVERIFY(panel->isRemoved());
+    QTest::qWait(VORAReaderSidePanel::slideMs + 50);
+    QCOMPARE(removed.count(), 1);
+}
+
+// --- Chapters ---
+
+void TestReaderPanelsRules::chapterSortAndCount_data()
+{
+    QTest::addColumn<QString>("comicId"); // "" for a comic without chapters
+    QTest::newRow("comic 10001") << "10001";
+    QTest::newRow("no chapters") << "";
+}
+
+void TestReaderPanelsRules::chapterSortAndCount()
+{
+    QFETCH(QString, comicId);
+    VORAComicInfoDTO comic;
+    if (!comicId.isEmpty()) {
+        const auto fetched = fetchComic(comicId);
+        QVERIFY(fetched);
+        comic = *fetched;
+        QVERIFY(comic.chapterList.size() >= 3);
+        // Handed over newest last but one: the panel keeps that until the first press.
+        comic.chapterList.move(comic.chapterList.size() - 1, 0);
+    }
+    const int n = int(comic.chapterList.size());
+    const QString current = n > 1 ? comic.chapterList.at(1).chapterId : QString();
+
+    VORAChapterManager panel(current, comicId);
+    VORAChapterListModel *model = panel.chapterListModel();
+    QAbstractItemModelTester tester(model);
+    panel.setComicInfoDTO(comic);
+    QCOMPARE(panel.countText(), QString::asprintf("当前共有%d章", n));
+    QCOMPARE(VORAChapterManager::countTextFor(0), QStringLiteral("当前共有0章"));
+    QVERIFY(!panel.ascending());
+    QCOMPARE(panel.sortButtonImage(), QStringLiteral("comichomepagesort_up.png"));
+    QStringList handedOver;
+    for (const VORAChapterInfoDTO &c : comic.chapterList)
+        handedOver << c.chapterId;
+    QCOMPARE(chapterIdsOf(model), handedOver);
+    QCOMPARE(model->currentRow(), n > 1 ? 1 : -1);
+    for (int i = 0; i < n; ++i)
+        QCOMPARE(model->index(i).data(VORAChapterListModel::CurrentRole).toBool(), i == 1);
+
+    QList<int> up, down;
+    for (int i = 0; i < n; ++i) {
+        up << i;
+        down << n - 1 - i;
+    }
+    panel.chapterSort();
+    QVERIFY(panel.ascending());
+    QCOMPARE(panel.sortButtonImage(), QStringLiteral("comichomepagesort.png"));
+    QCOMPARE(indicesOf(model), down);
+    QCOMPARE(model->currentRow(), n > 1 ? n - 1 - comic.chapterList.at(1).index : -1);
+    panel.chapterSort();
+    QVERIFY(!panel.ascending());
+    QCOMPARE(panel.sortButtonImage(), QStringLiteral("comichomepagesort_up.png"));
+    QCOMPARE(indicesOf(model), up);
+    QCOMPARE(panel.countText(), QString::asprintf("当前共有%d章", n));
+}
+
+void TestReaderPanelsRules::chapterRowTap_data()
+{
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QString>("comicId");
+    QTest::addColumn<QString>("kind");      // which chapter: "free", "paid", "sealed"
+    QTest::addColumn<qint64>("coins");      // -1: as signed in
+    QTest::addColumn<int>("fromAppStore");
+    QTest::addColumn<QStringList>("calls"); // "%1" stands for the chapter id
+    QTest::addColumn<int>("alertTag");      // -1: none
+    QTest::addColumn<QString>("then");      // "signedIn", "answer1", "answer0" or ""
+    QTest::addColumn<QStringList>("callsAfter");
+    QTest::addColumn<bool>("closedAfter");
+
+    QTest::newRow("free chapter jumps") << "" << "10001" << "free" << qint64(-1) << 0 << QStringList{"chapter:%1"} << -1
+                                        << "" << QStringList{"chapter:%1"} << true;
+    QTest::newRow("paid chapter, signed out: sign-in, then the chapter")
+        << "" << "10002" << "paid" << qint64(-1) << 0 << QStringList{"user"} << -1 << "signedIn"
+        << QStringList{"user", "chapter:%1"} << true;
+    QTest::newRow("sealed chapter: 10000, become VIP, topped up")
+        << "reader" << "10006" << "sealed" << qint64(-1) << 0 << QStringList() << 10000 << "answer1"
+        << QStringList{"user", "pay:1", "chapter:%1"} << true;
+    QTest::newRow("sealed chapter: 10000 refused") << "reader" << "10006" << "sealed" << qint64(-1) << 0 << QStringList()
+                                                   << 10000 << "answer0" << QStringList() << false;
+    QTest::newRow("sealed chapter, from the store: nothing")
+        << "reader" << "10006" << "sealed" << qint64(-1) << 1 << QStringList() << -1 << "" << QStringList() << false;
+    QTest::newRow("paid chapter, too few coins: 10001, top up")
+        << "reader" << "10002" << "paid" << qint64(0) << 0 << QStringList() << 10001 << "answer1"
+        << QStringList{"user", "pay:2", "chapter:%1"} << true;
+    QTest::newRow("sealed chapter, member reads") << "vip" << "10006" << "sealed" << qint64(-1) << 0
+                                                  << QStringList{"chapter:%1"} << -1 << "" << QStringList{"chapter:%1"} << true;
+}
+
+void TestReaderPanelsRules::chapterRowTap()
+{
+    QFETCH(QString, user);
+    QFETCH(QString, comicId);
+    QFETCH(QString, kind);
+    QFETCH(qint64, coins);
+    QFETCH(int, fromAppStore);
+    QFETCH(QStringList, calls);
+    QFETCH(int, alertTag);
+    QFETCH(QString, then);
+    QFETCH(QStringList, callsAfter);
+    QFETCH(bool, closedAfter);
+
+    if (!user.isEmpty())
+        QVERIFY(signInAs(user, user + QStringLiteral("123")));
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    if (coins >= 0)
+        global->user()->setUserCoin(coins);
+    global->appStatus()->setFromAppStore(fromAppStore);
+    const auto comic = fetchComic(comicId);
+    QVERIFY(comic);
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const auto chapter = chapterOf(*comic, [&](const VORAChapterInfoDTO &c) {
+        if (kind == QLatin1String("paid"))
+            return c.type == 2 && c.price > 0 && c.buyed != 1;
+        if (kind == QLatin1String("sealed"))
+            return VORAComicHomePageView::isChapterSealed(c.pass_time, now) && c.pass_time < now;
+        return c.is_view != 0;
+    });
+    QVERIFY(chapter);
+    const auto fill = [&](QStringList list) {
+        for (QString &s : list)
+            s.replace(QStringLiteral("%1"), chapter->chapterId);
+        return list;
+    };
+
+    RecordingHooks hooks;
+    VORAChapterManager panel(comic->chapterList.first().chapterId, comicId);
+    panel.setReadHomeController(&hooks);
+    panel.setComicInfoDTO(*comic);
+    int row = -1;
+    for (int i = 0; i < panel.chapterListModel()->count(); ++i) {
+        if (panel.chapterListModel()->chapterAt(i)->chapterId == chapter->chapterId)
+            row = i;
+    }
+    QVERIFY(row >= 0);
+    global->user()->setUserViewJumpType(0);
+    global->user()->setUserViewJumpIsTopupType(0);
+
+    AlertRecorder alerts;
+    panel.selectChapterAtRow(row);
+    QCOMPARE(panel.chapterId(), chapter->chapterId);
+    QCOMPARE(hooks.calls, fill(calls));
+    QCOMPARE(alerts.alerts.size(), alertTag < 0 ? 0 : 1);
+    if (alertTag >= 0) {
+        QCOMPARE(alerts.lastTag(), alertTag);
+        QCOMPARE(alerts.last().value("delegate").value<QObject *>(), &panel);
+    }
+    if (calls == QStringList{"user"}) {
+        QCOMPARE(global->user()->userViewJumpType(), 1);
+        QCOMPARE(global->user()->userViewJumpIsTopupType(), 2);
+        QVERIFY(panel.userViewShown());
+    }
+    QCOMPARE(panel.isClosing(), calls.contains(QStringLiteral("chapter:%1")));
+
+    // A stray sign-in elsewhere does not move a panel that sent nobody to sign in.
+    if (then.isEmpty() && !panel.isClosing()) {
+        NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::userViewPostInfo));
+        NotificationCenter::defaultCenter().post(QStringLiteral("BuyVIPorCoinSuccess"));
+    }
+    if (then == QLatin1String("signedIn")) {
+        QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+        NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::userViewPostInfo));
+    } else if (then.startsWith(QLatin1String("answer"))) {
+        panel.alertView(alertTag, then.endsWith(QLatin1Char('1')) ? 1 : 0);
+        if (then.endsWith(QLatin1Char('1'))) {
+            QVERIFY(panel.userViewShown());
+            NotificationCenter::defaultCenter().post(QStringLiteral("BuyVIPorCoinSuccess"));
+        }
+    }
+    QCOMPARE(hooks.calls, fill(callsAfter));
+    QCOMPARE(panel.isClosing(), closedAfter);
+    QVERIFY(!panel.userViewShown() || !closedAfter);
+}
+
+void TestReaderPanelsRules::chapterPurchaseInThePanel_data()
+{
+    QTest::addColumn<QString>("fault"); // "", "dropped", "refused", "garbage"
+    QTest::addColumn<QString>("message");
+    QTest::newRow("bought") << "" << "章节购买成功";
+    QTest::newRow("transport failure") << "dropped" << "购买失败";
+    QTest::newRow("site refuses") << "refused" << "余额不足了";
+    QTest::newRow("not JSON") << "garbage" << "";
+}
+
+void TestReaderPanelsRules::chapterPurchaseInThePanel()
+{
+    QFETCH(QString, fault);
+    QFETCH(QString, message);
+    QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    global->appStatus()->setFromAppStore(0);
+    const auto comic = fetchComic(QStringLiteral("10002"));
+    QVERIFY(comic);
+    const qint64 coinsBefore = global->user()->userCoin();
+    const auto chapter = chapterOf(*comic, [&](const VORAChapterInfoDTO &c) {
+        return c.type == 2 && c.buyed == 0 && c.price > 0 && c.price <= coinsBefore;
+    });
+    QVERIFY(chapter);
+    if (fault == QLatin1String("dropped"))
+        m_env.site->faults().setDropMidBody(buyPath);
+    else if (fault == QLatin1String("refused"))
+        m_env.site->faults().setMalformed(buyPath, R"({"code":1,"data":{"stateCode":0,"message":"余额不足了"}})");
+    else if (fault == QLatin1String("garbage"))
+        m_env.site->faults().setMalformed(buyPath, "<html>");
+
+    RecordingHooks hooks;
+    VORAChapterManager panel(chapter->chapterId, comic->comicId);
+    panel.setReadHomeController(&hooks);
+    panel.setComicInfoDTO(*comic);
+    AlertRecorder alerts;
+    QCOMPARE(panel.selectChapter(*chapter), VORAReadGate::Outcome::CoinAlert);
+    QCOMPARE(alerts.lastTag(), int(VORAChapterManager::coinAlertTag));
+    QCOMPARE(alerts.last().value("buttons").toStringList().size(), 3);
+
+    QSignalSpy finished(&panel, &VORAChapterManager::purchaseFinished);
+    panel.alertView(VORAChapterManager::coinAlertTag, 1);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 10000);
+    const bool bought = fault.isEmpty();
+    QCOMPARE(finished.first().first().toBool(), bought);
+    QCOMPARE(global->user()->userCoin(), bought ? coinsBefore - chapter->price : coinsBefore);
+    QCOMPARE(alerts.alerts.size(), message.isEmpty() ? 1 : 2);
+    QVERIFY(hooks.calls.isEmpty());
+    const QModelIndex row = panel.chapterListModel()->index(int(comic->chapterList.indexOf(*chapter)));
+    QCOMPARE(row.data(VORAChapterListModel::ChapterIdRole).toString(), chapter->chapterId);
+    QCOMPARE(row.data(VORAChapterListModel::MarkRole).toString(),
+             bought ? QStringLiteral("comicbuyed") : QStringLiteral("buyread"));
+    if (message.isEmpty())
+        return;
+    QCOMPARE(alerts.lastMessage(), message);
+    QCOMPARE(alerts.last().value("title").toString(), QStringLiteral("提示"));
+    if (!bought)
+        return;
+
+    // The site has it too; "进去阅读" opens it and closes the panel.
+    QCOMPARE(alerts.lastTag(), int(VORAChapterManager::boughtAlertTag));
+    QCOMPARE(alerts.last().value("buttons").toStringList(), (QStringList{"暂时等等", "进去阅读"}));
+    const auto again = fetchComic(QStringLiteral("10002"));
+    QVERIFY(again);
+    QCOMPARE(chapterOf(*again, [&](const VORAChapterInfoDTO &c) { return c.chapterId == chapter->chapterId; })->buyed, 1);
+    panel.alertView(VORAChapterManager::boughtAlertTag, 0);
+    QVERIFY(hooks.calls.isEmpty());
+    panel.alertView(VORAChapterManager::boughtAlertTag, 1);
+    QCOMPARE(hooks.calls, QStringList{QStringLiteral("chapter:") + chapter->chapterId});
+    QVERIFY(panel.isClosing());
+}
+
+// --- Brightness ---
+
+void TestReaderPanelsRules::brightness_data()
+{
+    QTest::addColumn<double>("slider");
+    QTest::addColumn<double>("opacity");
+    QTest::addColumn<double>("reopened");
+    QTest::newRow("slider at 0") << 0.0 << 0.8333 << 0.1667;
+    QTest::newRow("slider at 1") << 1.0 << 0.0 << 1.0;
+    QTest::newRow("slider at 0.4") << 0.4 << 0.5 << 0.5;
+    QTest::newRow("beyond 1") << 1.7 << 0.0 << 1.0;
+    QTest::newRow("below 0") << -0.2 << 0.8333 << 0.1667;
+}
+
+void TestReaderPanelsRules::brightness()
+{
+    QFETCH(double, slider);
+    QFETCH(double, opacity);
+    QFETCH(double, reopened);
+    VORAUserConfig::shareUserConfigInstance()->setLuminanceValue(0.25);
+    {
+        VORAAdjustLuminanceView panel;
+        QCOMPARE(panel.panelWidth(), 351);
+        QCOMPARE(panel.panelHeight(), 69);
+        QVERIFY(qAbs(panel.sliderValue() - 0.75) < 1e-6);
+        QSignalSpy layer(&panel, &VORAAdjustLuminanceView::layerOpacityChanged);
+        panel.adjustLuminance(slider);
+        QCOMPARE(layer.count(), 1);
+        QVERIFY2(qAbs(layer.first().first().toDouble() - opacity) < 1e-4, qPrintable(layer.first().first().toString()));
+        QVERIFY(qAbs(VORAUserConfig::shareUserConfigInstance()->luminanceValue() - opacity) < 1e-4);
+        panel.adjustLuminance(qQNaN()); // ignored
+        QCOMPARE(layer.count(), 1);
+        QSignalSpy removed(&panel, &VORAAdjustLuminanceView::removeFromSuperview);
+        panel.close();
+        QCOMPARE(removed.count(), 1);
+    }
+    // Saved: another reader of the defaults file sees it.
+    UserDefaults file(UserDefaults::standardFilePath());
+    VORAUserConfig stored(&file);
+    QVERIFY(qAbs(stored.luminanceValue() - opacity) < 1e-4);
+
+    VORAAdjustLuminanceView reopen;
+    QVERIFY2(qAbs(reopen.sliderValue() - reopened) < 1e-4, qPrintable(QString::number(reopen.sliderValue())));
+    QVERIFY(qAbs(reopen.layerOpacity() - opacity) < 1e-4);
+}
+
+// --- Read-page log ---
+
+void TestReaderPanelsRules::readPageLog_data()
+{
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QStringList>("pages");   // "<page index>/<chapter id>/<page id>", shown in order
+    QTest::addColumn<bool>("leave");          // then uploadingReadHistoryInfo, as leaving the reader does
+    QTest::addColumn<int>("uploads");
+    QTest::addColumn<int>("keys");
+    QTest::addColumn<int>("values");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QStringList>("uploaded"); // the records of the last upload: "i<page>=<index>_<chapter>"
+
+    QStringList eleven, tenRecords;
+    for (int i = 0; i < 11; ++i) {
+        eleven << QStringLiteral("%1/44120/%2").arg(i).arg(889100 + i);
+        if (i < 10)
+            tenRecords << QStringLiteral("i%1=%2_44120").arg(889100 + i).arg(i);
+    }
+    QStringList twelve = eleven;
+    twelve << QStringLiteral("3/44121/889200");
+
+    QTest::newRow("eleventh page uploads the first ten") << "reader" << eleven << false << 1 << 10 << 10 << 0 << tenRecords;
+    QTest::newRow("every later page sends the same ten") << "reader" << twelve << false << 2 << 10 << 10 << 0 << tenRecords;
+    QTest::newRow("signed out: keys dropped, values kept") << "" << eleven << false << 0 << 0 << 10 << 0 << QStringList();
+    QTest::newRow("signed out, reading on") << "" << (QStringList(eleven) << "0/44121/889300") << false << 0 << 1 << 11
+                                            << 1 << QStringList();
+    QTest::newRow("repeats are not counted")
+        << "reader" << QStringList{"0/44120/1", "0/44120/1", "1/44120/2", "0/44120/1", "1/44121/2"} << false << 0 << 3
+        << 3 << 3 << QStringList();
+    QTest::newRow("leaving uploads what was read")
+        << "reader" << QStringList{"0/44120/1", "1/44120/2", "2/44120/3"} << true << 1 << 3 << 3 << 0
+        << QStringList{"i1=0_44120", "i2=1_44120", "i3=2_44120"};
+    QTest::newRow("leaving with nothing read sends nothing") << "reader" << QStringList() << true << 0 << 0 << 0 << 0
+                                                             << QStringList();
+}
+
+void TestReaderPanelsRules::readPageLog()
+{
+    QFETCH(QString, user);
+    QFETCH(QStringList, pages);
+    QFETCH(bool, leave);
+    QFETCH(int, uploads);
+    QFETCH(int, keys);
+    QFETCH(int, values);
+    QFETCH(int, count);
+    QFETCH(QStringList, uploaded);
+    if (!user.isEmpty())
+        QVERIFY(signInAs(user, user + QStringLiteral("123")));
+    const int before = m_env.site->requestCount(readLogPath);
+
+    VORAReadPageLog log;
+    for (const QString &page : pages) {
+        const QStringList parts = page.split(QLatin1Char('/'));
+        log.addReadPageToList(parts.at(0).toLongLong(), parts.at(1), parts.at(2), QStringLiteral("5302"));
+    }
+    if (leave)
+        log.uploadingReadHistoryInfo(QStringLiteral("5302"));
+    QTRY_VERIFY_WITH_TIMEOUT(log.findChildren<VORAUploadReadLogSerVice *>().isEmpty(), 10000);
+    QCOMPARE(m_env.site->requestCount(readLogPath) - before, uploads);
+    QCOMPARE(log.readRecordKeyList().size(), keys);
+    QCOMPARE(log.readRecordValueList().size(), values);
+    QCOMPARE(log.readPageCount(), count);
+    if (uploads == 0)
+        return;
+
+    const QJsonObject sent = lastReadLog(*m_env.site);
+    QCOMPARE(sent.value("count").toString(), QString::number(uploaded.size()));
+    const QJsonObject records = sent.value("c5302").toObject();
+    QStringList got;
+    for (auto it = records.begin(); it != records.end(); ++it)
+        got << it.key() + QLatin1Char('=') + it.value().toString();
+    got.sort();
+    uploaded.sort();
+    QCOMPARE(got, uploaded);
+}
+
+QTEST_MAIN(TestReaderPanelsRules)
+#include "tst_readerpanels_rules.moc"

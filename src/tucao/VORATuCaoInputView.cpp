@@ -75,6 +75,7 @@ void VORATuCaoInputView::configTucaoInput()
         return;
     if (m_text.trimmed().isEmpty()) { // blanks alone are no tucao either
         VORAUtility::openMBProgressHUDView(emptyText, emptyIndicatorSeconds);
+        emit textRefused();
     } else {
         m_isLocation = true;
         emit stateChanged();

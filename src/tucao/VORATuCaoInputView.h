@@ -69,6 +69,8 @@ signals:
     void geometryChanged();
     void signInRequested();
     void placeTucao(const QString &text, const QPointF &point);
+    // An empty text was refused (the box shakes).
+    void textRefused();
     void closed();
 
 private:

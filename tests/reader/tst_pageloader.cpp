@@ -1,0 +1,421 @@
+// Page loaders against the reference site: a page from the page cache while
+// the site is down, a download that fills the cache, the page's tucao as the
+// site sends them (and odd answers), a loader cancelled between download and
+// cache write, failures and hostile page ids, the files of a downloaded comic
+// and the bound of the comic information cache.
+
+#include "ReaderSessionTestSupport.h"
+#include "core/VORAUtility.h"
+#include "net/VORAGetChapterInfoService.h"
+#include "reader/VORAPageDownloadManager.h"
+#include "store/VORAComicCache.h"
+#include "store/VORAPersistenceManager.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+#include <QUrlQuery>
+
+using namespace readertest;
+
+namespace {
+QString imagePathOf(const VORAPageInfoDTO &page)
+{
+    return QUrl(page.url).path().mid(1);
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+// True once the loader's thread has ended and been disposed of.
+bool threadGone(const VORAPageDownloadManager &loader)
+{
+    return QTest::qWaitFor([&]() { return loader.findChildren<QThread *>().isEmpty(); }, 20000);
+}
+} // namespace
+
+class TestPageLoader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void cachedPageWhileSiteDown_data();
+    void cachedPageWhileSiteDown();
+    void downloadFillsCacheAndBringsTucao();
+    void tucaoAnswers_data();
+    void tucaoAnswers();
+    void cancelledBetweenDownloadAndWrite();
+    void failuresAndHostileIds_data();
+    void failuresAndHostileIds();
+    void downloadedComicFiles();
+    void comicCacheBound();
+
+private:
+    // A session that only forwards what its loaders report.
+    std::unique_ptr<VORAReadComicManager> listeningSession(SessionRecorder *recorder)
+    {
+        auto session = std::make_unique<VORAReadComicManager>("10001", "40001", "kFirstPage");
+        session->setDelegate(recorder);
+        return session;
+    }
+
+    CatalogueTestEnvironment m_env;
+    QList<VORAPageInfoDTO> m_pages; // chapter 40001 of comic 10001, from the site
+};
+
+void TestPageLoader::initTestCase()
+{
+    QVERIFY(m_env.start());
+    VORAGetChapterInfoService chapter;
+    chapter.chapterId = QStringLiteral("40001");
+    ServiceWaiter waiter;
+    chapter.asynchronousRequestWithDelegate(&waiter);
+    QTRY_VERIFY(waiter.done);
+    QVERIFY(chapter.pageList());
+    m_pages = *chapter.pageList();
+    QVERIFY(m_pages.size() >= 10);
+}
+
+void TestPageLoader::cleanup()
+{
+    VORAPageDownloadManager::setBeforeCacheWriteHookForTesting({});
+    m_env.site->faults().clear();
+    m_env.pointAtSite();
+}
+
+// --- The page cache ---
+
+void TestPageLoader::cachedPageWhileSiteDown_data()
+{
+    QTest::addColumn<bool>("siteAnswers");
+    QTest::addColumn<int>("page");
+    QTest::newRow("tucao answers cut off") << true << 1;
+    QTest::newRow("no site at all") << false << 2;
+}
+
+void TestPageLoader::cachedPageWhileSiteDown()
+{
+    QFETCH(bool, siteAnswers);
+    QFETCH(int, page);
+    const VORAPageInfoDTO &info = m_pages.at(page);
+    const QByteArray cached = "cached bytes, not even an image";
+    writeFile(VORAPersistenceManager::pageCacheFileWithPageId(info.pageId), cached);
+    const int images = m_env.site->requestCount(imagePathOf(info));
+    const int tucao = m_env.site->requestCount(tucaoPath);
+    if (siteAnswers)
+        m_env.site->faults().setDropMidBody(tucaoPath);
+    else
+        qputenv("QUORIN_API_BASE", "http://127.0.0.1:1/");
+
+    SessionRecorder recorder;
+    auto session = listeningSession(&recorder);
+    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
+    loader.startLoadPage();
+    QVERIFY(loader.isLoading());
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
+    QVERIFY(loader.isLoadFinish());
+    QVERIFY(!loader.isLoading());
+    QCOMPARE(recorder.pages.first().index, page);
+    QCOMPARE(*recorder.pages.first().image, cached); // passed on as it is
+    QVERIFY(!recorder.pages.first().tucao);
+    QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images);
+    if (siteAnswers)
+        QCOMPARE(m_env.site->requestCount(tucaoPath), tucao + VORAPageDownloadManager::tucaoAttempts);
+}
+
+void TestPageLoader::downloadFillsCacheAndBringsTucao()
+{
+    // Page 0 of the chapter carries more than 200 tucao.
+    const VORAPageInfoDTO &info = m_pages.at(0);
+    const QString cacheFile = VORAPersistenceManager::pageCacheFileWithPageId(info.pageId);
+    QVERIFY(!QFile::exists(cacheFile));
+    const int images = m_env.site->requestCount(imagePathOf(info));
+
+    SessionRecorder recorder;
+    auto session = listeningSession(&recorder);
+    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
+    loader.startLoadPage();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
+    const SessionRecorder::Page page = recorder.pages.first();
+    QVERIFY(page.image);
+    QVERIFY(!QImage::fromData(*page.image).isNull());
+    QCOMPARE(readFile(cacheFile), *page.image);
+    QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images + 1);
+
+    QVERIFY(page.tucao);
+    QCOMPARE(page.tucao->size(), VORAPageDownloadManager::tucaoPageSize);
+    for (const VORATucao &t : *page.tucao) {
+        QVERIFY(!t.tucaoId.isEmpty());
+        QVERIFY(!t.content.isEmpty());
+        QVERIFY(t.updateTime.isValid());
+    }
+    const QUrlQuery query(QString::fromLatin1(m_env.site->lastRequest(tucaoPath).query));
+    QCOMPARE(query.queryItemValue("image_id"), info.pageId);
+    QCOMPARE(query.queryItemValue("last_id"), QStringLiteral("100000000"));
+    QCOMPARE(query.queryItemValue("page_size"), QStringLiteral("200"));
+    QCOMPARE(query.queryItemValue("type"), QStringLiteral("next_page"));
+    QVERIFY(!query.hasQueryItem("first_id"));
+
+    // Another loader of the page takes the cache; the tucao are asked again.
+    const int tucao = m_env.site->requestCount(tucaoPath);
+    VORAPageDownloadManager again("10001", "40001", info, std::nullopt, session.get());
+    again.startLoadPage();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 2, 20000);
+    QCOMPARE(*recorder.pages.last().image, *page.image);
+    QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images + 1);
+    QCOMPARE(m_env.site->requestCount(tucaoPath), tucao + 1);
+}
+
+// --- Tucao answers ---
+
+void TestPageLoader::tucaoAnswers_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("tucaoId");
+    QTest::addColumn<QString>("userId");
+    QTest::addColumn<int>("x");
+
+    QTest::newRow("ids as numbers are empty")
+        << QByteArray(R"({"list":[{"tucao_id":5,"content":"好笑","user_id":90001,"nickname":null,"x":"12",)"
+                      R"("y":3,"width":40,"height":20,"color":0,"back":0,"ceate_time":1700000000}]})")
+        << 1 << "" << "" << 12;
+    QTest::newRow("ids as text")
+        << QByteArray(R"({"list":[{"tucao_id":"77","content":"嗯","user_id":"90002","x":4294967297}]})") << 1 << "77"
+        << "90002" << 1;
+    QTest::newRow("no list") << QByteArray(R"({"code":1})") << 0 << "" << "" << 0;
+    QTest::newRow("list not an array") << QByteArray(R"({"list":{"a":1}})") << 0 << "" << "" << 0;
+    QTest::newRow("not JSON") << QByteArray("<html>busy</html>") << 0 << "" << "" << 0;
+}
+
+void TestPageLoader::tucaoAnswers()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(int, count);
+    QFETCH(QString, tucaoId);
+    QFETCH(QString, userId);
+    QFETCH(int, x);
+
+    const VORAPageInfoDTO &info = m_pages.at(3);
+    writeFile(VORAPersistenceManager::pageCacheFileWithPageId(info.pageId), "cached");
+    m_env.site->faults().setMalformed(tucaoPath, body);
+    SessionRecorder recorder;
+    auto session = listeningSession(&recorder);
+    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
+    loader.startLoadPage();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
+    // An answer that arrived is a list, even an empty one.
+    const std::optional<QList<VORATucao>> &tucao = recorder.pages.first().tucao;
+    QVERIFY(tucao);
+    QCOMPARE(tucao->size(), count);
+    if (count > 0) {
+        QCOMPARE(tucao->first().tucaoId, tucaoId);
+        QCOMPARE(tucao->first().userId, userId);
+        QCOMPARE(tucao->first().x, x);
+        QCOMPARE(tucao->first().nickName, QString());
+    }
+}
+
+// --- Cancelling ---
+
+void TestPageLoader::cancelledBetweenDownloadAndWrite()
+{
+    const VORAPageInfoDTO &info = m_pages.at(5);
+    const QString cacheFile = VORAPersistenceManager::pageCacheFileWithPageId(info.pageId);
+    QVERIFY(!QFile::exists(cacheFile));
+    const int images = m_env.site->requestCount(imagePathOf(info));
+    const int tucao = m_env.site->requestCount(tucaoPath);
+
+    SessionRecorder recorder;
+    auto session = listeningSession(&recorder);
+    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
+    QSignalSpy ended(&loader, &VORAPageDownloadManager::loadEnded);
+    bool hookRan = false;
+    VORAPageDownloadManager::setBeforeCacheWriteHookForTesting([&](VORAPageDownloadManager *l) {
+        hookRan = !l->imageData().isEmpty();
+        l->cancelLoadPage(); // as the main thread would, when the page leaves the set
+    });
+    loader.startLoadPage();
+    QVERIFY(threadGone(loader));
+    QCoreApplication::processEvents();
+    QVERIFY(hookRan);
+    QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images + 1);
+    QVERIFY(!QFile::exists(cacheFile));
+    QCOMPARE(m_env.site->requestCount(tucaoPath), tucao);
+    QVERIFY(recorder.pages.isEmpty());
+    QVERIFY(ended.isEmpty());
+    QVERIFY(!loader.isLoading());
+    QVERIFY(!loader.isLoadFinish());
+
+    // Cancelled before it starts working: nothing at all.
+    VORAPageDownloadManager early("10001", "40001", info, std::nullopt, session.get());
+    early.cancelLoadPage();
+    early.startLoadPage(); // starting clears the flag: this one loads
+    early.cancelLoadPage();
+    QVERIFY(threadGone(early));
+    QCoreApplication::processEvents();
+    QVERIFY(recorder.pages.isEmpty());
+}
+
+// --- Failures and hostile ids ---
+
+void TestPageLoader::failuresAndHostileIds_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("success");
+    QTest::newRow("image answered 404") << "404" << false;
+    QTest::newRow("image with an empty body") << "empty" << false;
+    QTest::newRow("image host refuses") << "refused" << false;
+    QTest::newRow("no url") << "nourl" << false;
+    QTest::newRow("page id ../x: loaded, never a path") << "hostile" << true;
+    QTest::newRow("downloaded page file missing") << "missingFile" << false;
+    QTest::newRow("downloaded page, unsafe id") << "unsafeLocal" << false;
+}
+
+void TestPageLoader::failuresAndHostileIds()
+{
+    QFETCH(QString, kind);
+    QFETCH(bool, success);
+
+    VORAPageInfoDTO info = m_pages.at(kind == QLatin1String("hostile") ? 7 : 8);
+    std::optional<QString> localFile;
+    if (kind == QLatin1String("404"))
+        m_env.site->faults().setErrorStatus(imagePathOf(info), 404, R"({"code":0,"message":"no such image"})");
+    else if (kind == QLatin1String("empty"))
+        m_env.site->faults().setMalformed(imagePathOf(info), QByteArray());
+    else if (kind == QLatin1String("refused"))
+        info.url = QStringLiteral("http://127.0.0.1:1/x.jpg");
+    else if (kind == QLatin1String("nourl"))
+        info.url.clear();
+    else if (kind == QLatin1String("hostile"))
+        info.pageId = QStringLiteral("../x");
+    else if (kind == QLatin1String("missingFile"))
+        localFile = VORAPersistenceManager::pageFileWithComicId("10001", "40001", info.pageId);
+    else if (kind == QLatin1String("unsafeLocal"))
+        localFile = VORAPersistenceManager::pageFileWithComicId("10001", "40001", "../../secret");
+    const QString cacheDir = VORAUtility::pageCacheDirectory();
+    const QStringList before = QDir(cacheDir).entryList(QDir::Files);
+    const QStringList appCacheBefore = QDir(VORAUtility::appCacheDirectory()).entryList(QDir::Files);
+
+    SessionRecorder recorder;
+    auto session = listeningSession(&recorder);
+    VORAPageDownloadManager loader("10001", "40001", info, localFile, session.get());
+    loader.startLoadPage();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
+    QVERIFY(loader.isLoadFinish());
+    QCOMPARE(recorder.pages.first().image.has_value(), success);
+    if (!success)
+        QVERIFY(!recorder.pages.first().tucao);
+    // Nothing new in the cache, nothing beside it.
+    QCOMPARE(QDir(cacheDir).entryList(QDir::Files), before);
+    QCOMPARE(QDir(VORAUtility::appCacheDirectory()).entryList(QDir::Files), appCacheBefore);
+}
+
+// --- Files of a downloaded comic ---
+
+void TestPageLoader::downloadedComicFiles()
+{
+    const QString root = VORAUtility::comicBookDirectory();
+    QCOMPARE(VORAPersistenceManager::comicDirWithComicId("5302"), root + "5302/");
+    QCOMPARE(VORAPersistenceManager::comicInfoFileWithComicId("5302"), root + "5302/comicInfo.txt");
+    QCOMPARE(VORAPersistenceManager::chapterDirWithComicId("5302", "44120"), root + "5302/44120/");
+    QCOMPARE(VORAPersistenceManager::chapterInfoFileWithComicId("5302", "44120"), root + "5302/44120/chapterInfo.txt");
+    QCOMPARE(VORAPersistenceManager::pageFileWithComicId("5302", "44120", "889123"), root + "5302/44120/889123.png");
+    QCOMPARE(VORAPersistenceManager::tucaoFileWithComicId("5302", "44120", "889123"), root + "5302/44120/889123.txt");
+    for (const QString &bad : {QStringLiteral("../5302"), QStringLiteral("a/b"), QStringLiteral(""), QStringLiteral("..")}) {
+        QVERIFY(VORAPersistenceManager::comicInfoFileWithComicId(bad).isEmpty());
+        QVERIFY(VORAPersistenceManager::chapterInfoFileWithComicId("5302", bad).isEmpty());
+        QVERIFY(VORAPersistenceManager::pageFileWithComicId("5302", "44120", bad).isEmpty());
+        QVERIFY(VORAPersistenceManager::tucaoFileWithComicId(bad, "44120", "1").isEmpty());
+    }
+    QVERIFY(!QFileInfo::exists(root + "5302")); // naming a file creates nothing
+
+    VORAComicInfoDTO comic;
+    comic.comicId = QStringLiteral("5302");
+    comic.name = QStringLiteral("漫画");
+    comic.is_vip = 3;
+    VORAChapterInfoDTO chapter;
+    chapter.chapterId = QStringLiteral("44120");
+    chapter.pass_time = QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC);
+    comic.chapterList = {chapter};
+    const QString comicFile = VORAPersistenceManager::comicInfoFileWithComicId("5302");
+    VORAPersistenceManager::saveComicInfo(comic, comicFile);
+    QCOMPARE(VORAPersistenceManager::loadComicInfoWithFile(comicFile), std::optional<VORAComicInfoDTO>(comic));
+
+    const QString chapterFile = VORAPersistenceManager::chapterInfoFileWithComicId("5302", "44120");
+    QVERIFY(VORAPersistenceManager::loadChapterInfoWithFile(chapterFile).isEmpty());
+    const QList<VORAPageInfoDTO> pages{{"889123", "http://h/1.jpg", 800, 1130, 2, 0}, {"889124", "", 1, 2, 0, 1}};
+    VORAPersistenceManager::saveChapterInfo(pages, chapterFile);
+    QCOMPARE(VORAPersistenceManager::loadChapterInfoWithFile(chapterFile), pages);
+
+    const QString tucaoFile = VORAPersistenceManager::tucaoFileWithComicId("5302", "44120", "889123");
+    QVERIFY(!VORAPersistenceManager::loadTucaoWithFile(tucaoFile));
+    VORATucao t;
+    t.tucaoId = QStringLiteral("1");
+    t.content = QStringLiteral("吐槽");
+    t.userId = QStringLiteral("100001");
+    t.nickName = QStringLiteral("读者");
+    t.x = -3;
+    t.y = 4;
+    t.width = 50;
+    t.height = 20;
+    t.color = 1;
+    t.back = 2;
+    t.updateTime = QDateTime::fromSecsSinceEpoch(1700000001, Qt::UTC);
+    VORAPersistenceManager::saveTucao({t, VORATucao()}, tucaoFile);
+    QCOMPARE(*VORAPersistenceManager::loadTucaoWithFile(tucaoFile), (QList<VORATucao>{t, VORATucao()}));
+    VORAPersistenceManager::saveTucao({}, tucaoFile);
+    QCOMPARE(VORAPersistenceManager::loadTucaoWithFile(tucaoFile), std::optional<QList<VORATucao>>(QList<VORATucao>{}));
+
+    // Damaged and foreign files read as nothing.
+    writeFile(chapterFile, QByteArray("\xa1\x67\x63hapter", 9));
+    QVERIFY(VORAPersistenceManager::loadChapterInfoWithFile(chapterFile).isEmpty());
+    VORAPersistenceManager::saveComicInfo(comic, tucaoFile); // another key
+    QVERIFY(!VORAPersistenceManager::loadTucaoWithFile(tucaoFile));
+    writeFile(comicFile, QByteArray());
+    QVERIFY(!VORAPersistenceManager::loadComicInfoWithFile(comicFile));
+}
+
+// --- The comic information cache ---
+
+void TestPageLoader::comicCacheBound()
+{
+    const QString dir = VORAUtility::comicCacheDirectory();
+    QDir(dir).removeRecursively();
+    VORAComicCache *cache = VORAComicCache::shareComicCacheObj();
+    for (int i = 0; i < 12; ++i) {
+        VORAComicInfoDTO c;
+        c.comicId = QStringLiteral("b%1").arg(i, 2, 10, QLatin1Char('0'));
+        VORAPersistenceManager::saveObject(c.toArchive(), QStringLiteral("comic"), VORAComicCache::cacheFileWithComicId(c.comicId));
+    }
+    const QStringList listed = QDir(dir).entryList(QDir::Files | QDir::NoDotAndDotDot, QDir::Name);
+    QCOMPARE(listed.size(), 12);
+
+    VORAComicInfoDTO fresh;
+    fresh.comicId = QStringLiteral("new");
+    fresh.name = QStringLiteral("新漫画");
+    cache->cacheComic(fresh);
+    const QStringList after = QDir(dir).entryList(QDir::Files | QDir::NoDotAndDotDot, QDir::Name);
+    QCOMPARE(after.size(), 12);
+    QVERIFY(!after.contains(listed.first()));
+    QCOMPARE(cache->getComicWithComicId("new")->name, fresh.name);
+}
+
+QTEST_MAIN(TestPageLoader)
+#include "tst_pageloader.moc"

@@ -2,6 +2,7 @@
 
 #include "account/VORAAccountFiller.h"
 #include "catalogue/CatalogueLog.h"
+#include "catalogue/VORAChapterPurchase.h"
 #include "catalogue/VORAChapterView.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
@@ -391,9 +392,7 @@ VORAComicHomePageView::Access VORAComicHomePageView::accessForChapter(const VORA
         }
         if (fromAppStore)
             return Access::Nothing;
-        VORAUtility::requestAlertMessage(
-            QStringLiteral("即将阅读的VIP章节暂时被封印啦,7天后解封,成为Quorin会员即刻解封哦~"), tipTitle, sealAlertTag,
-            QStringLiteral("取消"), QStringLiteral("成为VIP"), this);
+        VORAChapterPurchase::showSealAlert(this);
         return Access::SealAlert;
     }
     if (isVip == 1 || isVip == 2) {
@@ -417,15 +416,11 @@ VORAComicHomePageView::Access VORAComicHomePageView::accessForChapter(const VORA
             m_buyComicOrBuyVipType = 0;
             if (!m_comicChapter_Array.contains(chapter.chapterId))
                 m_comicChapter_Array.append(chapter.chapterId);
-            VORAUtility::requestCoinAlertMessage(QString::asprintf("购买此章节需要%dquorin币", int(chapter.price)),
-                                                 tipTitle, coinAlertTag, this);
+            VORAChapterPurchase::showCoinAlert(chapter.price, this);
             return Access::CoinAlert;
         }
         m_buyComicOrBuyVipType = 2;
-        VORAUtility::requestAlertMessage(
-            QString::asprintf("该章节为付费章节哦!请购买后进行阅读!阅读本章节需要%d个quorin币,您当前quorin币余额为%d,余额不足,请充值!",
-                              int(chapter.price), int(coins)),
-            tipTitle, notEnoughCoinsTag, QStringLiteral("拒绝"), QStringLiteral("购买"), this);
+        VORAChapterPurchase::showNotEnoughCoinsAlert(chapter.price, coins, this);
         return Access::NotEnoughCoins;
     }
     return Access::Open;
@@ -562,32 +557,13 @@ void VORAComicHomePageView::alertView(int tag, int buttonIndex)
                 ids.append(m_cacheChapter->chapterId);
             buyChapters(ids, 1);
         } else if (buttonIndex == 2 && m_comicInfoDTO) {
-            qint64 total = 0;
-            for (const VORAChapterInfoDTO &c : m_comicInfoDTO->chapterList) {
-                if (c.buyed == 0)
-                    total += c.price;
-            }
-            const qint64 coins = VORAAppGlobalData::shareAppGlobalData()->user()->userCoin();
-            // Equal coins buy one chapter but not the whole comic.
-            if (coins <= total) {
-                VORAUtility::requestAlertMessage(
-                    QString::asprintf("购买本书需要%d个quorin币,您当前的quorin币为%d,余额不足,请充值!", int(total), int(coins)),
-                    tipTitle, notEnoughForComicTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
-            } else {
-                VORAUtility::requestAlertMessage(QString::asprintf("购买本书需要%d个quorin币", int(total)), tipTitle,
-                                                 buyComicAlertTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
-            }
+            VORAChapterPurchase::showWholeComicAlert(VORAChapterPurchase::wholeComicTotal(m_comicInfoDTO->chapterList),
+                                                     VORAAppGlobalData::shareAppGlobalData()->user()->userCoin(), this);
         }
         break;
     case buyComicAlertTag:
-        if (buttonIndex == 1 && m_comicInfoDTO) {
-            QStringList ids;
-            for (const VORAChapterInfoDTO &c : m_comicInfoDTO->chapterList) {
-                if (c.buyed == 0 && c.type == 2)
-                    ids.append(c.chapterId);
-            }
-            buyChapters(ids, 0);
-        }
+        if (buttonIndex == 1 && m_comicInfoDTO)
+            buyChapters(VORAChapterPurchase::unboughtPaidChapterIds(m_comicInfoDTO->chapterList), 0);
         break;
     case boughtAlertTag:
         if (buttonIndex == 1 && !m_boughtChapterId.isEmpty())
@@ -615,21 +591,12 @@ void VORAComicHomePageView::handleBuyAnswer(const NetError *error)
     VORAUtility::hideLoadingViewWithParentView(this);
     const QStringList bought = m_buyService->chapterArray;
     m_comicChapter_Array.clear();
-    if (error) {
+    if (error)
         qCWarning(lcCatalogue) << "purchase failed:" << error->localizedDescription;
-        VORAUtility::requestAtlerMessage(QStringLiteral("购买失败"), tipTitle, nullptr);
-        emit purchaseFinished(false);
-        return;
-    }
-    const QJsonObject answer = m_buyService->data.value_or(QJsonObject());
-    if (VORAUtility::jsonInteger(answer.value(QStringLiteral("code"))) != 1) {
-        qCWarning(lcCatalogue) << "purchase answer without success code";
-        emit purchaseFinished(false);
-        return;
-    }
-    const QJsonObject data = VORAUtility::jsonObject(answer.value(QStringLiteral("data")));
-    if (VORAUtility::jsonInteger(data.value(QStringLiteral("stateCode"))) != 1) {
-        VORAUtility::requestAtlerMessage(VORAUtility::jsonString(data.value(QStringLiteral("message"))), tipTitle, nullptr);
+    const VORAChapterPurchase::Answer answer = VORAChapterPurchase::readBuyAnswer(*m_buyService, error);
+    if (answer != VORAChapterPurchase::Answer::Bought) {
+        if (answer == VORAChapterPurchase::Answer::NoSuccessCode)
+            qCWarning(lcCatalogue) << "purchase answer without success code";
         emit purchaseFinished(false);
         return;
     }
@@ -639,13 +606,7 @@ void VORAComicHomePageView::handleBuyAnswer(const NetError *error)
         {{QStringLiteral("comicId"), m_comicId}, {QStringLiteral("chapters"), bought}});
 
     // The coins the site took: the price of every chapter asked for.
-    qint64 cost = 0;
-    if (m_comicInfoDTO) {
-        for (const VORAChapterInfoDTO &c : m_comicInfoDTO->chapterList) {
-            if (bought.contains(c.chapterId))
-                cost += c.price;
-        }
-    }
+    const qint64 cost = m_comicInfoDTO ? VORAChapterPurchase::costOf(m_comicInfoDTO->chapterList, bought) : 0;
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     global->user()->setUserCoin(global->user()->userCoin() - cost);
     global->saveUser();

@@ -1,5 +1,6 @@
 #include "reader/VORAReadComicManager.h"
 
+#include "catalogue/VORAChapterPurchase.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORAArchiveNames.h"
 #include "core/VORANotificationNames.h"
@@ -18,12 +19,10 @@
 #include "store/VORAPersistenceManager.h"
 
 #include <QCborMap>
-#include <QJsonObject>
 #include <QSet>
 #include <QThreadPool>
 
 namespace {
-const QString tipTitle = QStringLiteral("提示");
 const QString buyingText = QStringLiteral("购买中");
 } // namespace
 
@@ -349,38 +348,17 @@ void VORAReadComicManager::alertView(int tag, int buttonIndex)
             m_comicChapter_Array.append(m_chapterId);
             buyChapters(m_comicChapter_Array);
         } else if (buttonIndex == 2) {
-            qint64 total = 0;
-            if (m_comicInfoDTO) {
-                for (const VORAChapterInfoDTO &chapter : m_comicInfoDTO->chapterList) {
-                    if (chapter.buyed == 0)
-                        total += chapter.price;
-                }
-            }
-            const qint64 coins = VORAAppGlobalData::shareAppGlobalData()->user()->userCoin();
-            // Exactly the price of a chapter buys it; exactly the price of the
-            // whole comic does not buy the comic.
-            if (coins <= total) {
-                VORAUtility::requestAlertMessage(
-                    QString::asprintf("购买本书需要%d个quorin币,您当前的quorin币为%d,余额不足,请充值!", int(total),
-                                      int(coins)),
-                    tipTitle, notEnoughForComicTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
-            } else {
-                VORAUtility::requestAlertMessage(QString::asprintf("购买本书需要%d个quorin币", int(total)), tipTitle,
-                                                 buyComicAlertTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
-            }
+            const QList<VORAChapterInfoDTO> chapters = m_comicInfoDTO ? m_comicInfoDTO->chapterList
+                                                                      : QList<VORAChapterInfoDTO>();
+            VORAChapterPurchase::showWholeComicAlert(VORAChapterPurchase::wholeComicTotal(chapters),
+                                                     VORAAppGlobalData::shareAppGlobalData()->user()->userCoin(), this);
         }
         break;
     case buyComicAlertTag:
         if (buttonIndex == 1) {
             m_buyType = 0;
-            QStringList ids;
-            if (m_comicInfoDTO) {
-                for (const VORAChapterInfoDTO &chapter : m_comicInfoDTO->chapterList) {
-                    if (chapter.buyed == 0 && chapter.type == 2)
-                        ids.append(chapter.chapterId);
-                }
-            }
-            buyChapters(ids);
+            buyChapters(m_comicInfoDTO ? VORAChapterPurchase::unboughtPaidChapterIds(m_comicInfoDTO->chapterList)
+                                       : QStringList());
         }
         break;
     case boughtAlertTag:
@@ -397,34 +375,17 @@ void VORAReadComicManager::buyChapterAnswered(const NetError *error)
     VORAUtility::hideLoadingViewWithParentView(this);
     const QStringList bought = m_buyChapterService->chapterArray;
     m_comicChapter_Array.clear();
-    if (error) {
+    if (error)
         qCWarning(lcReader) << "purchase failed:" << error->localizedDescription;
-        VORAUtility::requestAtlerMessage(QStringLiteral("购买失败"), tipTitle, nullptr);
+    if (VORAChapterPurchase::readBuyAnswer(*m_buyChapterService, error) != VORAChapterPurchase::Answer::Bought)
         return;
-    }
-    const QJsonObject answer = m_buyChapterService->data.value_or(QJsonObject());
-    if (VORAUtility::jsonInteger(answer.value(QStringLiteral("code"))) != 1)
-        return;
-    const QJsonObject data = VORAUtility::jsonObject(answer.value(QStringLiteral("data")));
-    if (VORAUtility::jsonInteger(data.value(QStringLiteral("stateCode"))) != 1) {
-        VORAUtility::requestAtlerMessage(VORAUtility::jsonString(data.value(QStringLiteral("message"))), tipTitle,
-                                         nullptr);
-        return;
-    }
 
     NotificationCenter::defaultCenter().post(
         QStringLiteral("BuySuccessPost"), this,
         {{QStringLiteral("comicId"), m_comicId}, {QStringLiteral("chapters"), bought}});
 
     // The coins the site took: the price of every chapter asked for.
-    qint64 cost = 0;
-    if (m_comicInfoDTO) {
-        for (const VORAChapterInfoDTO &chapter : m_comicInfoDTO->chapterList) {
-            if (bought.contains(chapter.chapterId))
-                cost += chapter.price;
-        }
-    }
-    subtractCoins(cost);
+    subtractCoins(m_comicInfoDTO ? VORAChapterPurchase::costOf(m_comicInfoDTO->chapterList, bought) : 0);
 
     // Fresh chapter states: the gate runs again on them.
     m_comicService->cancelRequest();

@@ -1,13 +1,11 @@
 #include "reader/VORAReadGate.h"
 
+#include "catalogue/VORAChapterPurchase.h"
 #include "core/VORAAppGlobalData.h"
-#include "core/VORAUtility.h"
 #include "reader/ReaderLog.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
 
 namespace {
-const QString tipTitle = QStringLiteral("提示");
-
 // The seal of a VIP chapter has run out when 86399 - p + n, taken as an
 // unsigned 64-bit sum, exceeds 691198: more than 604799 s since pass_time. A
 // pass_time more than a day ahead wraps around and counts as run out too; the
@@ -77,23 +75,17 @@ bool VORAReadGate::apply(const VORAChapterInfoDTO &chapter, const VORAComicInfoD
     case Outcome::Nothing:
         return false;
     case Outcome::SealAlert:
-        VORAUtility::requestAlertMessage(
-            QStringLiteral("即将阅读的VIP章节暂时被封印啦,7天后解封,成为Quorin会员即刻解封哦~"), tipTitle, 10000,
-            QStringLiteral("取消"), QStringLiteral("成为VIP"), alertDelegate);
+        VORAChapterPurchase::showSealAlert(alertDelegate);
         return false;
     case Outcome::CoinAlert:
         if (buyComicOrBuyVipType)
             *buyComicOrBuyVipType = 0;
-        VORAUtility::requestCoinAlertMessage(QString::asprintf("购买此章节需要%dquorin币", int(chapter.price)),
-                                             tipTitle, 10002, alertDelegate);
+        VORAChapterPurchase::showCoinAlert(chapter.price, alertDelegate);
         return false;
     case Outcome::NotEnoughCoins:
         if (buyComicOrBuyVipType)
             *buyComicOrBuyVipType = 2;
-        VORAUtility::requestAlertMessage(
-            QString::asprintf("该章节为付费章节哦!请购买后进行阅读!阅读本章节需要%d个quorin币,您当前quorin币余额为%d,余额不足,请充值!",
-                              int(chapter.price), int(global->user()->userCoin())),
-            tipTitle, 10001, QStringLiteral("拒绝"), QStringLiteral("购买"), alertDelegate);
+        VORAChapterPurchase::showNotEnoughCoinsAlert(chapter.price, global->user()->userCoin(), alertDelegate);
         return false;
     }
     return false;

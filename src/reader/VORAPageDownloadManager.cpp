@@ -61,7 +61,6 @@ VORAPageDownloadManager::VORAPageDownloadManager(const QString &comicId, const Q
     , m_localFile(localFile)
     , m_delegate(delegate)
 {
-    VORAUtility::createDir(VORAUtility::pageCacheDirectory());
 }
 
 VORAPageDownloadManager::~VORAPageDownloadManager()
@@ -142,7 +141,8 @@ void VORAPageDownloadManager::loadPage()
     }
 
     // The page cache is keyed by page id alone; an id that is no safe file name
-    // has no cache file.
+    // has no cache file. The directory comes back here after a cache clearing.
+    VORAUtility::createDir(VORAUtility::pageCacheDirectory());
     const QString cacheFile = VORAPersistenceManager::pageCacheFileWithPageId(m_pageInfoDTO.pageId);
     std::optional<QByteArray> cached;
     if (!cacheFile.isEmpty() && QFile::exists(cacheFile))

@@ -40,7 +40,7 @@ public:
 
     // initWithComicId: localFile is absent for online reading; for a downloaded
     // chapter it is the page's file (an empty path counts as a missing file).
-    // Creates the page cache directory when it is missing.
+    // The page cache directory is made, when missing, by the load's thread.
     VORAPageDownloadManager(const QString &comicId, const QString &chapterId, const VORAPageInfoDTO &page,
                             const std::optional<QString> &localFile, VORAReadComicManager *delegate,
                             QObject *parent = nullptr);

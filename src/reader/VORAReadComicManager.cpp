@@ -285,6 +285,9 @@ void VORAReadComicManager::releaseLoaders(const QList<VORAPageDownloadManager *>
             continue;
         seen.insert(loader);
         loader->setDelegate(nullptr);
+        // Not deleted with the session: a running load ends on its own thread
+        // first, without holding up the main thread.
+        loader->setParent(nullptr);
         loader->releaseWhenDone();
     }
 }

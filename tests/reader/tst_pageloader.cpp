@@ -6,6 +6,7 @@
 
 #include "ReaderSessionTestSupport.h"
 #include "core/VORAUtility.h"
+#include "net/ASIHTTPRequest.h"
 #include "net/VORAGetChapterInfoService.h"
 #include "reader/VORAPageDownloadManager.h"
 #include "store/VORAComicCache.h"
@@ -14,6 +15,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
@@ -61,6 +63,7 @@ private slots:
     void tucaoAnswers_data();
     void tucaoAnswers();
     void cancelledBetweenDownloadAndWrite();
+    void sessionLeftWhilePagesStall();
     void failuresAndHostileIds_data();
     void failuresAndHostileIds();
     void downloadedComicFiles();
@@ -271,6 +274,42 @@ void TestPageLoader::cancelledBetweenDownloadAndWrite()
     QVERIFY(threadGone(early));
     QCoreApplication::processEvents();
     QVERIFY(recorder.pages.isEmpty());
+}
+
+// Leaving the reader while its loaders hang on the site: the session goes at
+// once, the loaders stay until their requests give up, then remove themselves
+// without a word to anybody.
+void TestPageLoader::sessionLeftWhilePagesStall()
+{
+    const int timeout = ASIHTTPRequest::defaultTimeOutSeconds();
+    ASIHTTPRequest::setDefaultTimeOutSeconds(2);
+    for (int k = 10; k < 13; ++k)
+        m_env.site->faults().setStall(imagePathOf(m_pages.at(k)));
+
+    SessionRecorder recorder;
+    auto session = std::make_unique<VORAReadComicManager>("10001", "40001", "kFirstPage");
+    session->setDelegate(&recorder);
+    session->load();
+    QTRY_COMPARE_WITH_TIMEOUT(recorder.infoCalls, 1, 10000);
+    QVERIFY(!recorder.lastInfoFailed);
+    session->getPageWithIndex(10);
+    session->getPageWithIndex(11); // page 9 leaves the set, cancelled
+    QList<QPointer<VORAPageDownloadManager>> loaders;
+    for (VORAPageDownloadManager *loader : session->pageCache())
+        loaders << loader;
+    QCOMPARE(loaders.size(), 5);
+    QTRY_VERIFY(m_env.site->requestCount(imagePathOf(m_pages.at(12))) > 0);
+
+    session.reset();
+    for (const auto &loader : std::as_const(loaders)) {
+        QVERIFY(loader); // still running: not deleted (and not waited for) with the session
+        QVERIFY(!loader->delegate());
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(std::all_of(loaders.cbegin(), loaders.cend(), [](const auto &l) { return l.isNull(); }),
+                             20000);
+    for (const SessionRecorder::Page &page : std::as_const(recorder.pages))
+        QVERIFY(page.index != 10 && page.index != 11 && page.index != 12);
+    ASIHTTPRequest::setDefaultTimeOutSeconds(timeout);
 }
 
 // --- Failures and hostile ids ---

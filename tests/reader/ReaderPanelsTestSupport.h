@@ -4,7 +4,7 @@
 // that records what the panels ask of it, comics fetched from the reference
 // site, and bookmarks written straight into the store.
 
-#include "CatalogueTestSupport.h"
+#include "../catalogue/CatalogueTestSupport.h"
 #include "net/VORAGetComicBasicInfoService.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
 #include "store/VORADatabaseManager.h"
@@ -51,15 +51,16 @@ inline void clearBookmarks()
         db.deleteBookmark(record);
 }
 
-// A stored bookmark of page pageId (index pageIndex) added at `time`.
+// A stored bookmark of page pageId (index pageIndex) added at `time`; without
+// a cover address, one where nothing answers.
 inline void storeBookmark(const QString &comicId, const QString &chapterName, const QString &pageId, int pageIndex,
-                          const QDateTime &time)
+                          const QDateTime &time, const QString &coverUrl = QString())
 {
     VORADatabaseManager db;
     VORAComicInfoDTO comic;
     comic.comicId = comicId;
     comic.name = QStringLiteral("漫画") + comicId;
-    comic.coverUrl = QStringLiteral("http://127.0.0.1:9/cover/") + comicId + QStringLiteral(".jpg");
+    comic.coverUrl = coverUrl.isEmpty() ? QStringLiteral("http://127.0.0.1:9/cover/") + comicId + QStringLiteral(".jpg") : coverUrl;
     VORAChapterInfoDTO chapter;
     chapter.chapterId = comicId + QStringLiteral("01");
     chapter.name = chapterName;

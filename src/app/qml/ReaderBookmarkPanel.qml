@@ -1,5 +1,244 @@
 import QtQuick
 
-// Not built yet.
-Item {
+// The reader's bookmark list (VORABookmarkManager): every bookmark of every
+// comic, rows 122 points high with the cover, the comic's name, the day it was
+// added and "<comic>_<chapter>_第<n>页". The sort button reverses the order; a
+// row's delete action (the cross, or a swipe to the left) shows the
+// confirmation "删除". A row tap opens the bookmarked page.
+ReaderSidePanel {
+    id: root
+    property QtObject manager
+    property string fontFamily: "Noto Sans CJK SC"
+    sidePanel: manager
+    panelWidth: 440
+
+    Rectangle {
+        id: head
+        width: parent.width
+        height: 64
+        color: "#2E3047"
+        Column {
+            x: 22
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 2
+            Text {
+                text: "书签"
+                color: "white"
+                font.family: root.fontFamily
+                font.pixelSize: 20
+                font.bold: true
+            }
+            Text {
+                text: list.count > 0 ? "共 " + list.count + " 个" : ""
+                color: "#8E8AA8"
+                font.family: root.fontFamily
+                font.pixelSize: 13
+            }
+        }
+        Rectangle {
+            objectName: "bookmarkSortButton"
+            anchors.right: parent.right
+            anchors.rightMargin: 16
+            anchors.verticalCenter: parent.verticalCenter
+            width: 104; height: 34
+            radius: 17
+            color: sortArea.pressed ? "#4DFFFFFF" : "#3A3C58"
+            Text {
+                anchors.centerIn: parent
+                text: root.manager && root.manager.bookmarkType === 1 ? "最新在前 ↓" : "最早在前 ↑"
+                color: "white"
+                font.family: root.fontFamily
+                font.pixelSize: 14
+            }
+            MouseArea {
+                id: sortArea
+                anchors.fill: parent
+                onClicked: root.manager.chapterSort()
+            }
+        }
+    }
+
+    ListView {
+        id: list
+        objectName: "bookmarkPanelList"
+        anchors.top: head.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        clip: true
+        model: root.manager ? root.manager.model : null
+        // One row at a time offers its confirmation.
+        property int confirmingRow: -1
+        onCountChanged: confirmingRow = -1
+
+        delegate: Item {
+            id: row
+            objectName: "bookmarkRow" + index
+            readonly property bool confirming: list.confirmingRow === index
+            readonly property int confirmWidth: 96
+            width: list.width
+            height: root.manager ? root.manager.rowHeight : 122
+            clip: true
+
+            Rectangle {
+                objectName: "deleteConfirm" + index
+                anchors.right: parent.right
+                width: row.confirmWidth
+                height: parent.height
+                color: confirmArea.pressed ? "#C62828" : "#E53935"
+                visible: content.x < 0
+                Text {
+                    anchors.centerIn: parent
+                    text: "删除"
+                    color: "white"
+                    font.family: root.fontFamily
+                    font.pixelSize: 17
+                    font.bold: true
+                }
+                MouseArea {
+                    id: confirmArea
+                    anchors.fill: parent
+                    enabled: row.confirming
+                    onClicked: {
+                        list.confirmingRow = -1
+                        root.manager.deleteCurrentBookmarkAtRow(index)
+                    }
+                }
+            }
+
+            Rectangle {
+                id: content
+                objectName: "bookmarkContent" + index
+                width: parent.width
+                height: parent.height
+                x: row.confirming ? -row.confirmWidth : 0
+                Behavior on x { enabled: !rowArea.swiping; NumberAnimation { duration: 150 } }
+                color: rowArea.pressed && !rowArea.swiping ? "#FFF0E6" : (index % 2 ? "#FFFCF8" : "#FFF7F1")
+
+                MouseArea {
+                    id: rowArea
+                    anchors.fill: parent
+                    property real startX: 0
+                    property bool swiping: false
+                    preventStealing: swiping
+                    onPressed: function(mouse) { startX = mouse.x; swiping = false }
+                    onPositionChanged: function(mouse) {
+                        const dx = mouse.x - startX
+                        if (!swiping && Math.abs(dx) > 16)
+                            swiping = true
+                        if (swiping)
+                            content.x = Math.max(-row.confirmWidth, Math.min(0, dx + (row.confirming ? -row.confirmWidth : 0)))
+                    }
+                    onReleased: {
+                        if (swiping) {
+                            list.confirmingRow = content.x < -row.confirmWidth / 2 ? index : -1
+                            content.x = Qt.binding(function() { return row.confirming ? -row.confirmWidth : 0 })
+                            swiping = false
+                        } else if (row.confirming || list.confirmingRow >= 0) {
+                            list.confirmingRow = -1 // a tap first takes an offered confirmation back
+                        } else {
+                            root.manager.selectBookmarkAtRow(index)
+                        }
+                    }
+                    onCanceled: {
+                        swiping = false
+                        content.x = Qt.binding(function() { return row.confirming ? -row.confirmWidth : 0 })
+                    }
+                }
+
+                Item {
+                    id: coverBox
+                    x: 18
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 72; height: 96
+                    Rectangle { anchors.fill: parent; anchors.margins: -1; radius: 6; color: "#EADFD3" }
+                    Image {
+                        anchors.fill: parent
+                        source: "image://quorin/art/dcoverdefault.png"
+                        visible: cover.status !== Image.Ready
+                        asynchronous: true
+                    }
+                    Image {
+                        id: cover
+                        anchors.fill: parent
+                        fillMode: Image.PreserveAspectCrop
+                        asynchronous: true
+                        source: model.coverUrl !== "" ? "image://quorin/net/" + encodeURIComponent(model.coverUrl) : ""
+                    }
+                }
+                Column {
+                    x: coverBox.x + coverBox.width + 16
+                    width: parent.width - x - deleteAction.width - 24
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 8
+                    Text {
+                        objectName: "bookmarkName"
+                        width: parent.width
+                        text: model.comicName
+                        color: "#2E3047"
+                        font.family: root.fontFamily
+                        font.pixelSize: 17
+                        font.bold: true
+                        elide: Text.ElideRight
+                    }
+                    Text {
+                        text: model.dateText
+                        color: "#9A93A6"
+                        font.family: root.fontFamily
+                        font.pixelSize: 13
+                    }
+                    Text {
+                        objectName: "bookmarkInfo"
+                        width: parent.width
+                        text: model.infoText
+                        color: "#6B6477"
+                        font.family: root.fontFamily
+                        font.pixelSize: 14
+                        elide: Text.ElideMiddle
+                    }
+                }
+                Rectangle {
+                    id: deleteAction
+                    objectName: "deleteAction" + index
+                    anchors.right: parent.right
+                    anchors.rightMargin: 14
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 34; height: 34
+                    radius: 17
+                    color: deleteArea.pressed ? "#FFE3D6" : "#FFF1EB"
+                    Repeater {
+                        model: [45, -45]
+                        Rectangle {
+                            anchors.centerIn: parent
+                            width: 14; height: 2; radius: 1
+                            rotation: modelData
+                            color: "#E0603A"
+                        }
+                    }
+                    MouseArea {
+                        id: deleteArea
+                        anchors.fill: parent
+                        anchors.margins: -6
+                        onClicked: list.confirmingRow = row.confirming ? -1 : index
+                    }
+                }
+                Rectangle {
+                    anchors.bottom: parent.bottom
+                    x: 18
+                    width: parent.width - 18
+                    height: 1
+                    color: "#F1E8DF"
+                }
+            }
+        }
+
+        Text {
+            objectName: "bookmarkEmpty"
+            anchors.centerIn: parent
+            visible: list.count === 0 && root.manager && root.manager.loaded
+            text: "还没有书签"
+            color: "#9A93A6"
+            font.family: root.fontFamily
+            font.pixelSize: 15
+        }
+    }
 }

@@ -1,0 +1,288 @@
+// The reader's panels drawn by their real QML in an offscreen window, each
+// with a real panel object over the store and the in-process reference site,
+// and a stand-in reader screen that records what the panels ask of it:
+// bookmark rows shown, sorted, deleted through their confirmation and opened;
+// chapter rows sorted and opened; the dimming button and the brightness
+// panel's slider and close button; the help view. With
+// QUORIN_WRITE_SCREENSHOTS=1 each panel is written to docs/screenshots.
+
+#include "../reader/ReaderPanelsTestSupport.h"
+#include "VORAImageProvider.h"
+#include "core/VORAUserConfig.h"
+#include "reader/VORAAdjustLuminanceView.h"
+#include "reader/VORABookmarkManager.h"
+#include "reader/VORAChapterListModel.h"
+#include "reader/VORAChapterManager.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QSGRendererInterface>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+// One panel component in a 1024 x 768 window.
+struct PanelWindow
+{
+    QQuickView view;
+
+    PanelWindow(const QString &file, const QVariantMap &properties)
+    {
+        view.engine()->addImageProvider(QStringLiteral("quorin"), new VORAImageProvider);
+        view.setResizeMode(QQuickView::SizeRootObjectToView);
+        view.resize(1024, 768);
+        view.setInitialProperties(properties);
+        view.setSource(QUrl(QStringLiteral("qrc:/Quorin/qml/") + file));
+        view.show();
+    }
+    bool ready() const { return view.status() == QQuickView::Ready && view.rootObject(); }
+    QQuickItem *item(const QString &name) const
+    {
+        QList<QQuickItem *> queue{view.rootObject()};
+        while (!queue.isEmpty()) {
+            QQuickItem *it = queue.takeFirst();
+            if (it->objectName() == name && it->isVisible())
+                return it;
+            queue.append(it->childItems());
+        }
+        return nullptr;
+    }
+    QString text(const QString &name) const
+    {
+        QQuickItem *it = item(name);
+        return it ? it->property("text").toString() : QString();
+    }
+    // Clicks the centre of a visible item, or a point of the window.
+    bool click(const QString &name)
+    {
+        QQuickItem *it = item(name);
+        if (!it)
+            return false;
+        view.grabWindow(); // lays the scene out first
+        QTest::mouseClick(&view, Qt::LeftButton, {}, it->mapToScene(QPointF(it->width() / 2, it->height() / 2)).toPoint());
+        return true;
+    }
+    void clickAt(QPoint point)
+    {
+        view.grabWindow();
+        QTest::mouseClick(&view, Qt::LeftButton, {}, point);
+    }
+    // The side panel came to rest at the right edge.
+    bool restingAtRightEdge() const
+    {
+        QQuickItem *panel = item(QStringLiteral("sidePanel"));
+        return panel && qFuzzyCompare(panel->x() + panel->width(), qreal(view.width()));
+    }
+    qreal panelX() const
+    {
+        QQuickItem *panel = item(QStringLiteral("sidePanel"));
+        return panel ? panel->x() : -1;
+    }
+    void shot(const char *name)
+    {
+        if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1)
+            return;
+        QTest::qWait(500); // covers decoded off the main thread
+        view.grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
+    }
+};
+
+QVariantMap withManager(QObject *manager)
+{
+    return {{QStringLiteral("manager"), QVariant::fromValue(manager)}};
+}
+} // namespace
+
+class TestReaderPanels : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void bookmarkPanel();
+    void dimmingButtonClosesThePanel();
+    void chapterPanel();
+    void brightnessPanel();
+    void helpView();
+
+private:
+    CatalogueTestEnvironment m_env;
+};
+
+void TestReaderPanels::initTestCase()
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QVERIFY(m_env.start());
+}
+
+void TestReaderPanels::cleanup()
+{
+    clearBookmarks();
+}
+
+void TestReaderPanels::bookmarkPanel()
+{
+    const QDateTime base(QDate(2024, 5, 1), QTime(9, 0), Qt::LocalTime);
+    const auto first = fetchComic(QStringLiteral("10001"));
+    const auto second = fetchComic(QStringLiteral("10002"));
+    QVERIFY(first && second);
+    storeBookmark(QStringLiteral("10001"), QStringLiteral("第1话"), QStringLiteral("900001"), 0, base, first->coverUrl);
+    storeBookmark(QStringLiteral("10002"), QStringLiteral("第2话"), QStringLiteral("900002"), 4, base.addDays(1), second->coverUrl);
+    storeBookmark(QStringLiteral("10001"), QStringLiteral("第3话"), QStringLiteral("900003"), 9, base.addDays(2), first->coverUrl);
+    RecordingHooks hooks;
+    VORABookmarkManager manager;
+    manager.setReadHomeController(&hooks);
+    PanelWindow w(QStringLiteral("ReaderBookmarkPanel.qml"), withManager(&manager));
+    QVERIFY(w.ready());
+
+    // Newest first, 122 points a row.
+    QTRY_VERIFY(w.item(QStringLiteral("bookmarkRow2")));
+    QCOMPARE(w.item(QStringLiteral("bookmarkRow0"))->height(), 122.0);
+    QTRY_VERIFY(w.restingAtRightEdge());
+    const QQuickItem *row0 = w.item(QStringLiteral("bookmarkRow0"));
+    const auto infoOf = [&](int row) {
+        QList<QQuickItem *> queue{w.item(QStringLiteral("bookmarkRow%1").arg(row))};
+        while (!queue.isEmpty()) {
+            QQuickItem *it = queue.takeFirst();
+            if (it && it->objectName() == QLatin1String("bookmarkInfo"))
+                return it->property("text").toString();
+            if (it)
+                queue.append(it->childItems());
+        }
+        return QString();
+    };
+    QVERIFY(row0);
+    QCOMPARE(infoOf(0), QStringLiteral("10001_第3话_第10页"));
+    w.shot("reader-bookmark-panel.png");
+
+    // The sort button: oldest first.
+    QVERIFY(w.click(QStringLiteral("bookmarkSortButton")));
+    QCOMPARE(pageIdsOf(manager.mybookmarkList()), (QStringList{"900001", "900002", "900003"}));
+    QTRY_COMPARE(infoOf(0), QStringLiteral("10001_第1话_第1页"));
+
+    // The cross offers "删除"; confirming removes the row.
+    QVERIFY(!w.item(QStringLiteral("deleteConfirm1")));
+    QVERIFY(w.click(QStringLiteral("deleteAction1")));
+    QTRY_VERIFY(w.item(QStringLiteral("deleteConfirm1")));
+    QTRY_COMPARE(w.item(QStringLiteral("bookmarkContent1"))->x(), -w.item(QStringLiteral("deleteConfirm1"))->width());
+    QVERIFY(w.click(QStringLiteral("deleteConfirm1")));
+    QTRY_VERIFY(!w.item(QStringLiteral("bookmarkRow2")));
+    QCOMPARE(pageIdsOf(manager.mybookmarkList()), (QStringList{"900001", "900003"}));
+    QCOMPARE(infoOf(1), QStringLiteral("10001_第3话_第10页"));
+
+    // A tap opens the row's page through the reader screen and closes the panel.
+    QSignalSpy removed(&manager, &VORAReaderSidePanel::removeFromSuperview);
+    QVERIFY(w.click(QStringLiteral("bookmarkRow1")));
+    QCOMPARE(hooks.calls, QStringList{"bookmark:900003"});
+    QCOMPARE(hooks.bookmarks.first().pageIndex, 9);
+    QVERIFY(manager.isClosing());
+    QTRY_COMPARE(removed.count(), 1);
+    QTRY_VERIFY(w.panelX() >= 1024);
+}
+
+void TestReaderPanels::dimmingButtonClosesThePanel()
+{
+    RecordingHooks hooks;
+    VORABookmarkManager manager;
+    manager.setReadHomeController(&hooks);
+    PanelWindow w(QStringLiteral("ReaderBookmarkPanel.qml"), withManager(&manager));
+    QVERIFY(w.ready());
+    QTRY_VERIFY(manager.isLoaded());
+    QTRY_VERIFY(w.item(QStringLiteral("bookmarkEmpty")));
+    QTRY_VERIFY(w.restingAtRightEdge());
+    QSignalSpy removed(&manager, &VORAReaderSidePanel::removeFromSuperview);
+    w.clickAt(QPoint(300, 400)); // not on the panel
+    QVERIFY(manager.isClosing());
+    QVERIFY(!manager.mengbanEnabled());
+    QTRY_COMPARE(removed.count(), 1);
+    QTRY_VERIFY(w.panelX() >= 1024);
+    QVERIFY(hooks.calls.isEmpty());
+}
+
+void TestReaderPanels::chapterPanel()
+{
+    const auto comic = fetchComic(QStringLiteral("10001"));
+    QVERIFY(comic);
+    const int n = int(comic->chapterList.size());
+    QVERIFY(n >= 3);
+    RecordingHooks hooks;
+    VORAChapterManager manager(comic->chapterList.at(2).chapterId, comic->comicId);
+    manager.setReadHomeController(&hooks);
+    manager.setComicInfoDTO(*comic);
+    PanelWindow w(QStringLiteral("ReaderChapterPanel.qml"), withManager(&manager));
+    QVERIFY(w.ready());
+    QTRY_VERIFY(w.item(QStringLiteral("chapterRow2")));
+    QCOMPARE(w.text(QStringLiteral("chapterCount")), QStringLiteral("当前共有%1章").arg(n));
+    QCOMPARE(w.item(QStringLiteral("chapterRow0"))->property("chapterId").toString(), comic->chapterList.first().chapterId);
+    QTRY_VERIFY(w.restingAtRightEdge());
+    w.shot("reader-chapter-panel.png");
+
+    QVERIFY(w.click(QStringLiteral("chapterSortButton")));
+    QCOMPARE(manager.sortButtonImage(), QStringLiteral("comichomepagesort.png"));
+    QTRY_VERIFY(w.item(QStringLiteral("chapterRow0")));
+    QTRY_COMPARE(w.item(QStringLiteral("chapterRow0"))->property("chapterId").toString(), comic->chapterList.last().chapterId);
+
+    // The list keeps the chapter being read in view. A free chapter opens
+    // through the reader screen; the panel goes.
+    QSignalSpy removed(&manager, &VORAReaderSidePanel::removeFromSuperview);
+    QTRY_VERIFY(w.item(QStringLiteral("chapterRow%1").arg(n - 2)));
+    QVERIFY(w.click(QStringLiteral("chapterRow%1").arg(n - 2)));
+    QCOMPARE(hooks.calls, QStringList{QStringLiteral("chapter:") + comic->chapterList.at(1).chapterId});
+    QTRY_COMPARE(removed.count(), 1);
+    QTRY_VERIFY(w.panelX() >= 1024);
+}
+
+void TestReaderPanels::brightnessPanel()
+{
+    VORAUserConfig::shareUserConfigInstance()->setLuminanceValue(0.3);
+    VORAAdjustLuminanceView manager;
+    PanelWindow w(QStringLiteral("ReaderLuminancePanel.qml"), withManager(&manager));
+    QVERIFY(w.ready());
+    QQuickItem *panel = w.item(QStringLiteral("luminancePanel"));
+    QVERIFY(panel);
+    QCOMPARE(QSizeF(panel->width(), panel->height()), QSizeF(351, 69));
+    QQuickItem *slider = w.item(QStringLiteral("luminanceSlider"));
+    QQuickItem *handle = w.item(QStringLiteral("luminanceHandle"));
+    QVERIFY(slider && handle);
+    QVERIFY(qAbs(handle->x() / (slider->width() - handle->width()) - 0.7) < 1e-3);
+    w.shot("reader-luminance-panel.png");
+
+    // The slider's left end: the darkest layer, stored.
+    QSignalSpy layer(&manager, &VORAAdjustLuminanceView::layerOpacityChanged);
+    w.clickAt(slider->mapToScene(QPointF(2, slider->height() / 2)).toPoint());
+    QVERIFY(!layer.isEmpty());
+    QVERIFY(qAbs(manager.layerOpacity() - 1 / 1.2) < 1e-4);
+    QVERIFY(qAbs(VORAUserConfig::shareUserConfigInstance()->luminanceValue() - 1 / 1.2) < 1e-4);
+    QTRY_VERIFY(handle->x() < 1);
+
+    // A tap on the panel keeps it; one beside it closes it.
+    QSignalSpy removed(&manager, &VORAAdjustLuminanceView::removeFromSuperview);
+    w.clickAt(panel->mapToScene(QPointF(6, 6)).toPoint());
+    QCOMPARE(removed.count(), 0);
+    w.clickAt(QPoint(40, 40));
+    QCOMPARE(removed.count(), 1);
+}
+
+void TestReaderPanels::helpView()
+{
+    PanelWindow w(QStringLiteral("ReaderHelpView.qml"), {});
+    QVERIFY(w.ready());
+    QVERIFY(w.item(QStringLiteral("helpZoneUp")));   // landscape: the edge zones
+    QVERIFY(w.item(QStringLiteral("helpZoneDown")));
+    QVERIFY(w.item(QStringLiteral("helpZoneMenu")));
+    w.shot("reader-help-view.png");
+    QSignalSpy dismissed(w.view.rootObject(), SIGNAL(dismissed()));
+    w.clickAt(QPoint(512, 300));
+    QCOMPARE(dismissed.count(), 1);
+
+    w.view.resize(768, 1024); // portrait: one zone
+    QTRY_VERIFY(!w.item(QStringLiteral("helpZoneUp")));
+    QVERIFY(w.item(QStringLiteral("helpZoneMenu")));
+}
+
+QTEST_MAIN(TestReaderPanels)
+#include "tst_readerpanels.moc"

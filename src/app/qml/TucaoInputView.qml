@@ -17,7 +17,9 @@ Item {
     onWidthChanged: if (input) input.screenSize = Qt.size(width, height)
     onHeightChanged: if (input) input.screenSize = Qt.size(width, height)
     onInputChanged: if (input) input.screenSize = Qt.size(width, height)
-    onOpenChanged: if (open) field.forceActiveFocus()
+    // The field takes the focus once the view is up (not while `open` itself
+    // is being updated: focusing tells the input view, which changes it).
+    onOpenChanged: if (open) Qt.callLater(() => { if (root.open) field.forceActiveFocus(); })
 
     // Dims the page while writing; clear while placing, so the page shows.
     Rectangle {

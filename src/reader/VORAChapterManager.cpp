@@ -1,5 +1,6 @@
 #include "reader/VORAChapterManager.h"
 
+#include "catalogue/VORAChapterPurchase.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
 #include "core/VORAUtility.h"
@@ -9,7 +10,6 @@
 #include "reader/VORAChapterListModel.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
 
-#include <QJsonObject>
 #include <QPointer>
 
 #include <algorithm>
@@ -175,50 +175,31 @@ void VORAChapterManager::showUserView(int payKind)
 void VORAChapterManager::alertView(int tag, int buttonIndex)
 {
     switch (tag) {
-    case sealAlertTag:
+    case VORAChapterPurchase::sealAlertTag:
         // "取消" leaves the panel as it is: the reader never left its chapter.
         if (buttonIndex == 1) {
             qCInfo(lcReader) << "弹出成为vip";
             showUserView(1);
         }
         break;
-    case notEnoughCoinsTag:
-    case notEnoughForComicTag:
+    case VORAChapterPurchase::notEnoughCoinsTag:
+    case VORAChapterPurchase::notEnoughForComicTag:
         if (buttonIndex == 1)
             showUserView(2);
         break;
-    case coinAlertTag:
+    case VORAChapterPurchase::coinAlertTag:
         if (buttonIndex == 1) {
             if (!m_comicChapter_Array.contains(m_chapterId))
                 m_comicChapter_Array.append(m_chapterId);
             buyChapters(m_comicChapter_Array, 1);
         } else if (buttonIndex == 2) {
-            qint64 total = 0;
-            for (const VORAChapterInfoDTO &c : std::as_const(m_chapterList)) {
-                if (c.buyed == 0)
-                    total += c.price;
-            }
-            const qint64 coins = VORAAppGlobalData::shareAppGlobalData()->user()->userCoin();
-            // Equal coins buy one chapter but not the whole comic.
-            if (coins <= total) {
-                VORAUtility::requestAlertMessage(
-                    QString::asprintf("购买本书需要%d个quorin币,您当前的quorin币为%d,余额不足,请充值!", int(total), int(coins)),
-                    tipTitle, notEnoughForComicTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
-            } else {
-                VORAUtility::requestAlertMessage(QString::asprintf("购买本书需要%d个quorin币", int(total)), tipTitle,
-                                                 buyComicAlertTag, QStringLiteral("取消"), QStringLiteral("购买"), this);
-            }
+            VORAChapterPurchase::showWholeComicAlert(VORAChapterPurchase::wholeComicTotal(m_chapterList),
+                                                     VORAAppGlobalData::shareAppGlobalData()->user()->userCoin(), this);
         }
         break;
-    case buyComicAlertTag:
-        if (buttonIndex == 1) {
-            QStringList ids;
-            for (const VORAChapterInfoDTO &c : std::as_const(m_chapterList)) {
-                if (c.buyed == 0 && c.type == 2)
-                    ids.append(c.chapterId);
-            }
-            buyChapters(ids, 0);
-        }
+    case VORAChapterPurchase::buyComicAlertTag:
+        if (buttonIndex == 1)
+            buyChapters(VORAChapterPurchase::unboughtPaidChapterIds(m_chapterList), 0);
         break;
     case boughtAlertTag:
         if (buttonIndex == 1)
@@ -252,34 +233,17 @@ void VORAChapterManager::parseData(const NetError *error)
     VORAUtility::hideLoadingViewWithParentView(this);
     const QStringList bought = m_buyService->chapterArray;
     m_comicChapter_Array.clear();
-    if (error) {
-        qCWarning(lcReader) << "chapter purchase failed:" << error->localizedDescription;
-        VORAUtility::requestAtlerMessage(QStringLiteral("购买失败"), tipTitle, nullptr);
-        emit purchaseFinished(false);
-        return;
-    }
-    const QJsonObject answer = m_buyService->data.value_or(QJsonObject());
-    if (VORAUtility::jsonInteger(answer.value(QStringLiteral("code"))) != 1) {
-        qCWarning(lcReader) << "chapter purchase answer without success code";
-        emit purchaseFinished(false);
-        return;
-    }
-    const QJsonObject data = VORAUtility::jsonObject(answer.value(QStringLiteral("data")));
-    if (VORAUtility::jsonInteger(data.value(QStringLiteral("stateCode"))) != 1) {
-        VORAUtility::requestAtlerMessage(VORAUtility::jsonString(data.value(QStringLiteral("message"))), tipTitle, nullptr);
+    const VORAChapterPurchase::Answer answer = VORAChapterPurchase::readBuyAnswer(*m_buyService, error);
+    if (answer != VORAChapterPurchase::Answer::Bought) {
+        qCWarning(lcReader) << "chapter purchase not made:" << int(answer) << (error ? error->localizedDescription : QString());
         emit purchaseFinished(false);
         return;
     }
 
     NotificationCenter::defaultCenter().post(buySuccessPost, this,
                                              {{QStringLiteral("comicId"), m_comicId}, {QStringLiteral("chapters"), bought}});
-    qint64 cost = 0;
-    for (const VORAChapterInfoDTO &c : std::as_const(m_chapterList)) {
-        if (bought.contains(c.chapterId))
-            cost += c.price;
-    }
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    global->user()->setUserCoin(global->user()->userCoin() - cost);
+    global->user()->setUserCoin(global->user()->userCoin() - VORAChapterPurchase::costOf(m_chapterList, bought));
     global->saveUser();
     markBought(bought);
 

@@ -53,11 +53,8 @@ class VORAChapterManager : public VORAReaderSidePanel, public VORAHttpBaseWebSer
     Q_PROPERTY(bool userViewShown READ userViewShown NOTIFY userViewShownChanged)
     Q_PROPERTY(int rowHeight READ rowHeight CONSTANT)
 public:
-    static constexpr int sealAlertTag = 10000;
-    static constexpr int notEnoughCoinsTag = 10001;
-    static constexpr int coinAlertTag = 10002;
-    static constexpr int buyComicAlertTag = 10003;
-    static constexpr int notEnoughForComicTag = 10004;
+    // The purchase-succeeded dialog ("暂时等等" / "进去阅读"); the gate's and the
+    // purchase dialogs carry VORAChapterPurchase's tags.
     static constexpr int boughtAlertTag = 10005;
 
     // initWithFrame: the chapter being read and the comic's id.

@@ -5,6 +5,7 @@
 // brightness panel; and the read-page log with its upload.
 
 #include "ReaderPanelsTestSupport.h"
+#include "catalogue/VORAChapterPurchase.h"
 #include "catalogue/VORAComicHomePageView.h"
 #include "core/VORAUserConfig.h"
 #include "net/VORAUploadReadLogSerVice.h"
@@ -452,11 +453,11 @@ void TestReaderPanelsRules::chapterPurchaseInThePanel()
     panel.setComicInfoDTO(*comic);
     AlertRecorder alerts;
     QCOMPARE(panel.selectChapter(*chapter), VORAReadGate::Outcome::CoinAlert);
-    QCOMPARE(alerts.lastTag(), int(VORAChapterManager::coinAlertTag));
+    QCOMPARE(alerts.lastTag(), int(VORAChapterPurchase::coinAlertTag));
     QCOMPARE(alerts.last().value("buttons").toStringList().size(), 3);
 
     QSignalSpy finished(&panel, &VORAChapterManager::purchaseFinished);
-    panel.alertView(VORAChapterManager::coinAlertTag, 1);
+    panel.alertView(VORAChapterPurchase::coinAlertTag, 1);
     QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 10000);
     const bool bought = fault.isEmpty();
     QCOMPARE(finished.first().first().toBool(), bought);

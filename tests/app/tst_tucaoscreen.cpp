@@ -26,13 +26,6 @@
 namespace {
 const QString fontFamily = QStringLiteral("Noto Sans CJK SC");
 
-void signInLocally(const QString &userId)
-{
-    VORAUser *user = VORAAppGlobalData::shareAppGlobalData()->user();
-    user->setUserId(userId);
-    user->setKey(QStringLiteral("test-key"));
-}
-
 QList<QQuickItem *> itemsNamed(QQuickItem *from, const QString &name)
 {
     QList<QQuickItem *> found;

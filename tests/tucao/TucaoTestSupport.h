@@ -4,8 +4,10 @@
 // the requests the tucao code sends to the app shell (text-only panels) or to
 // the reader ("PopUpTucaoEditView").
 
+#include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
 #include "net/VORATucao.h"
+#include "net/VORATucaoDTO.h"
 #include "platform/NotificationCenter.h"
 
 #include <QList>
@@ -30,6 +32,29 @@ inline QList<VORATucao> makeTucaoList(int n, const QString &author = QStringLite
         list.append(t);
     }
     return list;
+}
+
+inline QList<qint64> rectOf(const VORATucaoDTO &d)
+{
+    return {d.x, d.y, d.width, d.height};
+}
+
+inline QList<qint64> rectOf(const VORATucao &t)
+{
+    return {t.x, t.y, t.width, t.height};
+}
+
+// A signed-in user without asking the site (the key is made up).
+inline void signInLocally(const QString &userId)
+{
+    VORAUser *user = VORAAppGlobalData::shareAppGlobalData()->user();
+    user->setUserId(userId);
+    user->setKey(QStringLiteral("test-key"));
+}
+
+inline void signOutLocally()
+{
+    VORAAppGlobalData::shareAppGlobalData()->user()->setKey(std::nullopt);
 }
 
 inline QStringList idsOf(const QList<VORATucao> &list)

@@ -49,28 +49,6 @@ VORATucaoDTO viewRecord(qint64 x, qint64 y, qint64 w, qint64 h)
     dto.height = h;
     return dto;
 }
-
-QList<qint64> rectOf(const VORATucaoDTO &d)
-{
-    return {d.x, d.y, d.width, d.height};
-}
-
-QList<qint64> rectOf(const VORATucao &t)
-{
-    return {t.x, t.y, t.width, t.height};
-}
-
-void signInLocally(const QString &userId)
-{
-    VORAUser *user = VORAAppGlobalData::shareAppGlobalData()->user();
-    user->setUserId(userId);
-    user->setKey(QStringLiteral("test-key"));
-}
-
-void signOutLocally()
-{
-    VORAAppGlobalData::shareAppGlobalData()->user()->setKey(std::nullopt);
-}
 } // namespace
 
 class TestTucaoRules : public QObject

@@ -33,16 +33,6 @@ bool run(VORAHttpBaseWebService &service)
     return QTest::qWaitFor([&]() { return waiter.done; }, 10000) && !waiter.failed;
 }
 
-QList<qint64> rectOf(const VORATucaoDTO &d)
-{
-    return {d.x, d.y, d.width, d.height};
-}
-
-QList<qint64> rectOf(const VORATucao &t)
-{
-    return {t.x, t.y, t.width, t.height};
-}
-
 QString uniqueText(const char *what)
 {
     return QStringLiteral("%1 %2").arg(QString::fromUtf8(what)).arg(QDateTime::currentMSecsSinceEpoch());

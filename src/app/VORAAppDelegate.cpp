@@ -13,6 +13,7 @@
 #include "net/VORACheckVersionService.h"
 #include "net/VORAPushmessageService.h"
 #include "platform/NotificationCenter.h"
+#include "reader/VORAPageImageProvider.h"
 #include "store/VORABookShelfManager.h"
 #include "store/VORADatabaseManager.h"
 
@@ -100,6 +101,7 @@ void VORAAppDelegate::loadWindow()
 {
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->addImageProvider(QStringLiteral("quorin"), new VORAImageProvider);
+    m_engine->addImageProvider(VORAPageImageProvider::providerName, new VORAPageImageProvider);
     QQmlContext *context = m_engine->rootContext();
     context->setContextProperty(QStringLiteral("appDelegate"), this);
     context->setContextProperty(QStringLiteral("rootController"), m_rootViewController);

@@ -257,6 +257,58 @@ QImage icon(const QString &name)
         // Head and shoulders.
         p.drawEllipse(QPointF(48, 34), 16, 16);
         p.drawArc(QRectF(18, 56, 60, 50), 0, 180 * 16);
+    } else if (name == QLatin1String("readback")) {
+        // A chevron to the left.
+        p.drawPolyline(QPolygonF{QPointF(58, 18), QPointF(28, 48), QPointF(58, 78)});
+    } else if (name == QLatin1String("readbookmarkadd") || name == QLatin1String("readbookmarklist")) {
+        // A ribbon; with a plus (add) or behind a second one (the list).
+        const QPolygonF ribbon{QPointF(24, 12), QPointF(60, 12), QPointF(60, 84), QPointF(42, 68), QPointF(24, 84),
+                               QPointF(24, 12)};
+        if (name == QLatin1String("readbookmarklist")) {
+            p.drawPolyline(ribbon.translated(-8, 0));
+            p.drawPolyline(QPolygonF{QPointF(66, 18), QPointF(74, 18), QPointF(74, 88), QPointF(68, 82)});
+        } else {
+            p.drawPolyline(ribbon.translated(-8, 0));
+            p.drawLine(QPointF(72, 30), QPointF(72, 58));
+            p.drawLine(QPointF(58, 44), QPointF(86, 44));
+        }
+    } else if (name == QLatin1String("readchapterlist")) {
+        // Lines of a table of contents.
+        for (int i = 0; i < 4; ++i) {
+            const qreal y = 22 + i * 17;
+            p.drawPoint(QPointF(18, y));
+            p.drawLine(QPointF(32, y), QPointF(80, y));
+        }
+    } else if (name == QLatin1String("readluminance")) {
+        // A sun.
+        p.drawEllipse(QPointF(48, 48), 15, 15);
+        for (int i = 0; i < 8; ++i) {
+            const qreal a = i * M_PI / 4;
+            p.drawLine(QPointF(48 + 25 * std::cos(a), 48 + 25 * std::sin(a)),
+                       QPointF(48 + 36 * std::cos(a), 48 + 36 * std::sin(a)));
+        }
+    } else if (name == QLatin1String("readhelp")) {
+        // A question mark in a ring.
+        p.drawEllipse(QPointF(48, 48), 36, 36);
+        p.drawArc(QRectF(34, 24, 28, 26), 200 * 16, -250 * 16);
+        p.drawLine(QPointF(48, 50), QPointF(48, 58));
+        p.drawPoint(QPointF(48, 71));
+    } else if (name == QLatin1String("readmodeportrait") || name == QLatin1String("readmodelandscape")) {
+        // The tablet upright or on its side, with a turning arrow.
+        const bool upright = name == QLatin1String("readmodeportrait");
+        p.drawRoundedRect(upright ? QRectF(30, 12, 36, 56) : QRectF(14, 24, 60, 38), 6, 6);
+        p.drawArc(QRectF(18, 44, 60, 44), 200 * 16, 140 * 16);
+        p.drawLine(QPointF(73, 70), QPointF(80, 62));
+        p.drawLine(QPointF(73, 70), QPointF(64, 66));
+    } else if (name == QLatin1String("readtucao")) {
+        // A speech bubble.
+        QPainterPath bubble;
+        bubble.addRoundedRect(QRectF(12, 16, 72, 50), 14, 14);
+        p.drawPath(bubble);
+        p.drawPolyline(QPolygonF{QPointF(30, 66), QPointF(26, 84), QPointF(46, 66)});
+        p.drawPoint(QPointF(32, 41));
+        p.drawPoint(QPointF(48, 41));
+        p.drawPoint(QPointF(64, 41));
     } else {
         drawBookStack(p, QRectF(8, 8, 80, 80), QColor(0xFF, 0x70, 0x43), QColor(0xF0, 0x62, 0x92));
     }
@@ -274,7 +326,13 @@ QStringList VORAArtwork::names()
                      QStringLiteral("btnsetting.png"),   QStringLiteral("applogo.png"),
                      QStringLiteral("btnsort.png"),      QStringLiteral("btnsearch.png"),
                      QStringLiteral("btnbookshelf.png"), QStringLiteral("btndownload.png"),
-                     QStringLiteral("btnuser.png")};
+                     QStringLiteral("btnuser.png"),
+                     // The reader's bars.
+                     QStringLiteral("readback.png"),     QStringLiteral("readbookmarkadd.png"),
+                     QStringLiteral("readbookmarklist.png"), QStringLiteral("readchapterlist.png"),
+                     QStringLiteral("readluminance.png"), QStringLiteral("readhelp.png"),
+                     QStringLiteral("readmodeportrait.png"), QStringLiteral("readmodelandscape.png"),
+                     QStringLiteral("readtucao.png")};
     for (int i = 0; i < 5; ++i) {
         list.append(QStringLiteral("welcome%1").arg(i));
         list.append(QStringLiteral("uprightwelcome%1").arg(i));

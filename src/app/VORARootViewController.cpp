@@ -12,6 +12,7 @@
 #include "core/VORAUserConfig.h"
 #include "core/VORAUtility.h"
 #include "platform/NotificationCenter.h"
+#include "reader/VORAReadHomePageViewController.h"
 #include "store/VORADatabaseManager.h"
 
 #include <QUrl>
@@ -76,6 +77,7 @@ QObject *VORARootViewController::welcomeViewObject() const { return m_welcomeVie
 QObject *VORARootViewController::sortViewObject() const { return m_sortView; }
 QObject *VORARootViewController::searchViewObject() const { return m_searchView; }
 QObject *VORARootViewController::comicHomePageViewObject() const { return m_comicHomePageView; }
+QObject *VORARootViewController::readHomePageViewControllerObject() const { return m_reader; }
 
 void VORARootViewController::switchView(int tag)
 {
@@ -319,10 +321,8 @@ void VORARootViewController::openComicDetail(const QString &comicId, const QStri
         m_comicHomePageView = new VORAComicHomePageView(this);
         connect(m_comicHomePageView, &VORAComicHomePageView::removeComicHomePage, this,
                 &VORARootViewController::removeComicDetailAndDownloadDeitail);
-        connect(m_comicHomePageView, &VORAComicHomePageView::signInRequested, this, [this]() {
-            m_isRefurbish = true;
-            btnSwitchView(109);
-        });
+        connect(m_comicHomePageView, &VORAComicHomePageView::signInRequested, this, &VORARootViewController::requestSignIn);
+        connect(m_comicHomePageView, &VORAComicHomePageView::readRequested, this, &VORARootViewController::openReader);
         emit screensChanged();
     }
     m_comicHomePageView->comicHomePageToOrientation(m_landscape);
@@ -330,6 +330,53 @@ void VORARootViewController::openComicDetail(const QString &comicId, const QStri
     emit comicDetailChanged();
     if (!reuse)
         fatherToucuInView();
+}
+
+void VORARootViewController::requestSignIn()
+{
+    // The sign-in screen (109) is not part of this build yet.
+    m_isRefurbish = true;
+    btnSwitchView(109);
+}
+
+void VORARootViewController::openReader(const QString &comicId, const QString &chapterId, const QString &pageId)
+{
+    if (comicId.isEmpty())
+        return;
+    if (m_reader) {
+        m_reader->disconnect(this);
+        m_reader->deleteLater();
+        m_reader = nullptr;
+    }
+    qCInfo(lcApp) << "reader: comic" << comicId << "chapter" << chapterId << "page" << pageId;
+    m_reader = new VORAReadHomePageViewController(this);
+    connect(m_reader, &VORAReadHomePageViewController::closed, this, &VORARootViewController::closeReader);
+    connect(m_reader, &VORAReadHomePageViewController::signInRequested, this, &VORARootViewController::requestSignIn);
+    connect(m_reader, &VORAReadHomePageViewController::payRequested, this, [](int kind) {
+        qCInfo(lcApp) << "payment screen" << kind << "is not part of this build";
+    });
+    connect(m_reader, &VORAReadHomePageViewController::orientationRequested, this,
+            &VORARootViewController::windowOrientationRequested);
+    emit readerChanged();
+    fatherToucuInView();
+    m_reader->applyReadMode();
+    m_reader->openComic(comicId, chapterId, pageId);
+}
+
+void VORARootViewController::closeReader()
+{
+    if (!m_reader)
+        return;
+    VORAReadHomePageViewController *reader = m_reader;
+    m_reader = nullptr;
+    reader->disconnect(this);
+    reader->deleteLater();
+    emit readerChanged();
+    // The position is in the store: "continue reading" follows it.
+    if (m_comicHomePageView && hasComicDetail())
+        m_comicHomePageView->initBookshelfAndReadHistory();
+    else
+        fatherToucuOutView();
 }
 
 void VORARootViewController::requestSignOut()

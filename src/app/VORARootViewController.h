@@ -6,6 +6,7 @@
 #include <QVariantMap>
 
 class VORAComicHomePageView;
+class VORAReadHomePageViewController;
 class VORARecommentView;
 class VORASearchView;
 class VORASortView;
@@ -39,6 +40,7 @@ class VORARootViewController : public QObject
     Q_PROPERTY(bool landscape READ isLandscape NOTIFY orientationChanged)
     Q_PROPERTY(QVariantMap comicDetail READ comicDetail NOTIFY comicDetailChanged)
     Q_PROPERTY(QString backgroundName READ backgroundName NOTIFY backgroundChanged)
+    Q_PROPERTY(QObject *readHomePageViewController READ readHomePageViewControllerObject NOTIFY readerChanged)
 public:
     static constexpr int comicDetailTag = 300000;
     static constexpr int downloadDetailTag = 300001;
@@ -75,6 +77,9 @@ public:
     QVariantMap comicDetail() const { return m_comicDetail; }
     bool hasComicDetail() const { return !m_comicDetail.isEmpty(); }
     QString backgroundName() const { return m_backgroundName; }
+    // The reader while it is open (full screen over everything else).
+    VORAReadHomePageViewController *readHomePageViewController() const { return m_reader; }
+    QObject *readHomePageViewControllerObject() const;
 
     // Entry point of every main button.
     Q_INVOKABLE void switchView(int tag);
@@ -97,6 +102,13 @@ public:
     void rootViewControllerToOrientation();
     // Opens (or reuses) the comic detail overlay, tag 300000.
     Q_INVOKABLE void openComicDetail(const QString &comicId, const QString &comicName, const QString &comicCover);
+    // Opens the reader on a comic, a chapter (empty: the first) and a page id
+    // or "kFirstPage" / "kLastPage"; the detail page, the bookshelf and the
+    // reading history come through here.
+    Q_INVOKABLE void openReader(const QString &comicId, const QString &chapterId, const QString &pageId);
+    // The reader was left (its position is saved): it goes, and the detail
+    // page shows the new position.
+    void closeReader();
     // The sign-out confirmation.
     Q_INVOKABLE void requestSignOut();
     Q_INVOKABLE void alertView(int tag, int buttonIndex);
@@ -116,9 +128,13 @@ signals:
     void comicDetailChanged();
     void backgroundChanged();
     void openUrlRequested(const QUrl &url);
+    void readerChanged();
+    // The window should turn (the reader's read mode); true = landscape.
+    void windowOrientationRequested(bool landscape);
 
 private:
     void setDimmingAlpha(qreal alpha);
+    void requestSignIn();
     static QString badgeText(qint64 count);
 
     int m_buttonCount = 1;
@@ -127,6 +143,7 @@ private:
     VORASortView *m_sortView = nullptr;
     VORASearchView *m_searchView = nullptr;
     VORAComicHomePageView *m_comicHomePageView = nullptr;
+    VORAReadHomePageViewController *m_reader = nullptr;
     WelcomeViewController *m_welcomeView = nullptr;
     bool m_settingsOpen = false;
     qreal m_dimmingAlpha = 0;

@@ -6,6 +6,9 @@
 #include "core/VORAUtility.h"
 #include "platform/NotificationCenter.h"
 #include "reader/ReaderLog.h"
+#include "reader/VORAAdjustLuminanceView.h"
+#include "reader/VORABookmarkManager.h"
+#include "reader/VORAChapterManager.h"
 #include "reader/VORAComicViewManager.h"
 #include "reader/VORAPageDownloadManager.h"
 #include "reader/VORAPictureImageView.h"
@@ -66,6 +69,10 @@ VORAReadHomePageViewController::~VORAReadHomePageViewController()
     NotificationCenter::defaultCenter().removeObserver(this);
     m_positionTimer.stop();
     m_store.waitForDone();
+    // The panels call back into the screen: they go first.
+    delete m_chapterManager;
+    delete m_bookmarkManager;
+    delete m_luminanceView;
     delete m_pendingSession;
     delete m_session;
 }
@@ -73,6 +80,21 @@ VORAReadHomePageViewController::~VORAReadHomePageViewController()
 QObject *VORAReadHomePageViewController::comicViewManagerObject() const
 {
     return m_comicViewManager;
+}
+
+QObject *VORAReadHomePageViewController::chapterPanelObject() const
+{
+    return m_chapterManager;
+}
+
+QObject *VORAReadHomePageViewController::bookmarkPanelObject() const
+{
+    return m_bookmarkManager;
+}
+
+QObject *VORAReadHomePageViewController::luminancePanelObject() const
+{
+    return m_luminanceView;
 }
 
 int VORAReadHomePageViewController::pageCount() const
@@ -414,22 +436,68 @@ void VORAReadHomePageViewController::addBookmark()
 
 void VORAReadHomePageViewController::popUpLuminanceView()
 {
-    qCInfo(lcReader) << "brightness panel";
+    if (m_luminanceView)
+        return;
+    m_luminanceView = new VORAAdjustLuminanceView(this);
+    connect(m_luminanceView, &VORAAdjustLuminanceView::layerOpacityChanged, this,
+            &VORAReadHomePageViewController::setLuminanceValue);
+    VORAAdjustLuminanceView *panel = m_luminanceView;
+    connect(panel, &VORAAdjustLuminanceView::removeFromSuperview, this, [this, panel]() {
+        if (m_luminanceView == panel)
+            m_luminanceView = nullptr;
+        panel->deleteLater();
+        emit panelsChanged();
+    });
+    emit panelsChanged();
 }
 
 void VORAReadHomePageViewController::popUpBookmarkView()
 {
-    qCInfo(lcReader) << "bookmark panel";
+    if (m_bookmarkManager)
+        return;
+    auto *panel = new VORABookmarkManager(this);
+    panel->setReadHomeController(this);
+    m_bookmarkManager = panel;
+    connect(panel, &VORAReaderSidePanel::removeFromSuperview, this, [this, panel]() {
+        if (m_bookmarkManager == panel)
+            m_bookmarkManager = nullptr;
+        panel->deleteLater();
+        emit panelsChanged();
+    });
+    emit panelsChanged();
 }
 
 void VORAReadHomePageViewController::popUpChapterView()
 {
-    qCInfo(lcReader) << "chapter panel";
+    if (m_chapterManager || !m_comicInfoDTO)
+        return;
+    auto *panel = new VORAChapterManager(m_chapterId, m_comicId, this);
+    panel->setReadHomeController(this);
+    panel->setComicInfoDTO(*m_comicInfoDTO);
+    m_chapterManager = panel;
+    connect(panel, &VORAReaderSidePanel::removeFromSuperview, this, [this, panel]() {
+        if (m_chapterManager == panel)
+            m_chapterManager = nullptr;
+        panel->deleteLater();
+        emit panelsChanged();
+    });
+    emit panelsChanged();
 }
 
 void VORAReadHomePageViewController::popUpHelpView()
 {
-    qCInfo(lcReader) << "help view";
+    if (m_helpShown)
+        return;
+    m_helpShown = true;
+    emit panelsChanged();
+}
+
+void VORAReadHomePageViewController::hideHelpView()
+{
+    if (!m_helpShown)
+        return;
+    m_helpShown = false;
+    emit panelsChanged();
 }
 
 void VORAReadHomePageViewController::popUpTucaoInputView()

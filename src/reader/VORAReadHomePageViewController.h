@@ -16,6 +16,9 @@
 #include <functional>
 #include <optional>
 
+class VORAAdjustLuminanceView;
+class VORABookmarkManager;
+class VORAChapterManager;
 class VORAComicViewManager;
 class VORAReadComicManager;
 class VORAReadPageLog;
@@ -59,6 +62,10 @@ class VORAReadHomePageViewController : public QObject,
     Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
     Q_PROPERTY(int screenState READ getCurrentScreenState NOTIFY screenStateChanged)
     Q_PROPERTY(bool verticalScreen READ isVerticalScreen NOTIFY readModeChanged)
+    Q_PROPERTY(QObject *chapterPanel READ chapterPanelObject NOTIFY panelsChanged)
+    Q_PROPERTY(QObject *bookmarkPanel READ bookmarkPanelObject NOTIFY panelsChanged)
+    Q_PROPERTY(QObject *luminancePanel READ luminancePanelObject NOTIFY panelsChanged)
+    Q_PROPERTY(bool helpShown READ helpShown NOTIFY panelsChanged)
 public:
     static inline const QString firstChapterText = QStringLiteral("已经是第一章了");
     static inline const QString lastChapterText = QStringLiteral("已经是最后一章了");
@@ -104,6 +111,15 @@ public:
     // The read mode (the user setting): true = portrait reading.
     bool isVerticalScreen() const;
 
+    // The panels while they are open (the menu entries make them).
+    VORAChapterManager *chapterManager() const { return m_chapterManager; }
+    VORABookmarkManager *bookmarkManager() const { return m_bookmarkManager; }
+    VORAAdjustLuminanceView *luminanceView() const { return m_luminanceView; }
+    QObject *chapterPanelObject() const;
+    QObject *bookmarkPanelObject() const;
+    QObject *luminancePanelObject() const;
+    bool helpShown() const { return m_helpShown; }
+
     // --- Rules (pure) ---
     // The page slider's value rounded half up.
     static int roundHalfUp(double value);
@@ -141,6 +157,7 @@ public:
     Q_INVOKABLE void popUpBookmarkView();
     Q_INVOKABLE void popUpChapterView();
     Q_INVOKABLE void popUpHelpView();
+    Q_INVOKABLE void hideHelpView();
     Q_INVOKABLE void popUpTucaoInputView();
     Q_INVOKABLE void swtichScreen();
     Q_INVOKABLE void swtichScreenToLandscape();
@@ -170,6 +187,7 @@ signals:
     void activeChanged();
     void screenStateChanged();
     void readModeChanged();
+    void panelsChanged();
     // The chapter on screen changed (a new page list).
     void chapterLoaded();
     void chapterLoadFailed();
@@ -198,6 +216,10 @@ private:
     VORAReadComicManager *m_session = nullptr;
     VORAReadComicManager *m_pendingSession = nullptr;
     VORAReadPageLog *m_readPageLog = nullptr;
+    VORAChapterManager *m_chapterManager = nullptr;
+    VORABookmarkManager *m_bookmarkManager = nullptr;
+    VORAAdjustLuminanceView *m_luminanceView = nullptr;
+    bool m_helpShown = false;
 
     QString m_comicId;
     QString m_chapterId;

@@ -11,6 +11,9 @@ Window {
 
     readonly property bool landscape: rootController.landscape
     readonly property string fontFamily: "Noto Sans CJK SC"
+    readonly property QtObject reader: rootController.readHomePageViewController
+    // The reader covers the shell: what lies under it is not drawn.
+    readonly property bool readerShown: reader !== null && reader.active
 
     onWidthChanged: rootController.setWindowSize(width, height)
     onHeightChanged: rootController.setWindowSize(width, height)
@@ -19,6 +22,7 @@ Window {
     Image {
         objectName: "background"
         anchors.fill: parent
+        visible: !window.readerShown
         source: "image://quorin/art/" + rootController.backgroundName
         fillMode: Image.PreserveAspectCrop
         asynchronous: true
@@ -27,6 +31,7 @@ Window {
     NavigationRail {
         id: rail
         objectName: "navigationRail"
+        visible: !window.readerShown
         landscape: window.landscape
         fontFamily: window.fontFamily
         x: 0
@@ -42,6 +47,7 @@ Window {
         y: 14
         width: window.width - x - 14
         height: (window.landscape ? window.height : rail.y) - 28
+        visible: !window.readerShown
 
         FeedView {
             objectName: "feedView"
@@ -74,7 +80,7 @@ Window {
         home: rootController.comicHomePageView
         detail: rootController.comicDetail
         fontFamily: window.fontFamily
-        visible: detail.tag === 300000
+        visible: detail.tag === 300000 && !window.readerShown
     }
 
     Rectangle {
@@ -107,6 +113,27 @@ Window {
         anchors.fill: parent
         welcome: rootController.welcomeView
         visible: welcome !== null
+    }
+
+    ReaderView {
+        objectName: "readerView"
+        anchors.fill: parent
+        reader: window.reader
+        fontFamily: window.fontFamily
+        visible: window.readerShown
+        onVisibleChanged: if (visible) forceActiveFocus()
+    }
+
+    // The reader's read mode turns the window.
+    Connections {
+        target: rootController
+        function onWindowOrientationRequested(landscape) {
+            if (landscape === (window.width >= window.height) || window.width === window.height)
+                return;
+            const w = window.width;
+            window.width = window.height;
+            window.height = w;
+        }
     }
 
     OverlayLayer {

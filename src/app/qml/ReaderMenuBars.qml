@@ -1,5 +1,256 @@
 import QtQuick
 
-// Not built yet.
+// The reader's menu bars (VORAReadHomePageViewController): at the top the way
+// back, the comic and chapter, and the entries (add bookmark, bookmarks,
+// chapters, brightness, help, read mode); at the bottom the page label, the
+// page slider (it turns the page when let go) and the tucao button. They
+// slide in and out with menuShown.
 Item {
+    id: root
+    property QtObject reader
+    property string fontFamily
+    readonly property bool shown: reader !== null && reader.menuShown
+    readonly property bool landscape: width > height
+    // The page the slider's thumb stands on while it is dragged.
+    property int previewPage: -1
+
+    // --- Top bar ---
+    Rectangle {
+        id: topBar
+        objectName: "readerTopBar"
+        width: parent.width
+        height: 70
+        y: root.shown ? 0 : -height - 4
+        visible: y > -height - 4
+        color: "#EB23253A"
+        Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
+        MouseArea { anchors.fill: parent } // taps on the bar stay on the bar
+        Rectangle { width: parent.width; height: 2; anchors.bottom: parent.bottom; color: "#FF7043"; opacity: 0.8 }
+
+        Row {
+            x: 8
+            Repeater {
+                model: [{ "name": "readerBack", "icon": "readback.png", "label": "返回", "action": "backPreviousPage" }]
+                delegate: barButton
+            }
+        }
+
+        Text {
+            objectName: "readerTitle"
+            x: 80
+            width: entries.x - x - 12
+            height: parent.height
+            verticalAlignment: Text.AlignVCenter
+            text: root.reader ? root.reader.title : ""
+            color: "white"
+            font.family: root.fontFamily
+            font.pixelSize: 19
+            font.bold: true
+            elide: Text.ElideRight
+        }
+
+        Row {
+            id: entries
+            anchors.right: parent.right
+            anchors.rightMargin: 8
+            spacing: root.landscape ? 6 : 0
+            Repeater {
+                model: [
+                    { "name": "readerAddBookmark", "icon": "readbookmarkadd.png", "label": "加书签", "action": "addBookmark" },
+                    { "name": "readerBookmarks", "icon": "readbookmarklist.png", "label": "书签", "action": "popUpBookmarkView" },
+                    { "name": "readerChapters", "icon": "readchapterlist.png", "label": "目录", "action": "popUpChapterView" },
+                    { "name": "readerLuminance", "icon": "readluminance.png", "label": "亮度", "action": "popUpLuminanceView" },
+                    { "name": "readerHelp", "icon": "readhelp.png", "label": "帮助", "action": "popUpHelpView" },
+                    // The read mode entry offers the other mode.
+                    { "name": "readerReadMode", "icon": root.landscape ? "readmodeportrait.png" : "readmodelandscape.png",
+                      "label": root.landscape ? "竖屏" : "横屏", "action": "swtichScreen" }
+                ]
+                delegate: barButton
+            }
+        }
+    }
+
+    Component {
+        id: barButton
+        Item {
+            objectName: modelData.name
+            width: 62
+            height: 70
+            Rectangle {
+                anchors.centerIn: parent
+                width: 56; height: 58; radius: 12
+                color: area.pressed ? "#33FFFFFF" : "transparent"
+            }
+            Image {
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: 9
+                width: 30; height: 30
+                source: "image://quorin/art/" + modelData.icon
+                sourceSize: Qt.size(60, 60)
+                asynchronous: true
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: 44
+                text: modelData.label
+                color: "#E6FFFFFF"
+                font.family: root.fontFamily
+                font.pixelSize: 11
+            }
+            MouseArea {
+                id: area
+                anchors.fill: parent
+                onClicked: root.reader[modelData.action]()
+            }
+        }
+    }
+
+    // --- Bottom bar ---
+    Rectangle {
+        id: bottomBar
+        objectName: "readerBottomBar"
+        width: parent.width
+        height: 70
+        y: root.shown ? parent.height - height : parent.height + 4
+        visible: y < parent.height + 4
+        color: "#EB23253A"
+        Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
+        MouseArea { anchors.fill: parent }
+        Rectangle { width: parent.width; height: 1; color: "#33FFFFFF" }
+
+        Text {
+            objectName: "readerPageLabel"
+            x: 20
+            width: 92
+            height: parent.height
+            verticalAlignment: Text.AlignVCenter
+            text: root.reader ? root.reader.pageLabel : ""
+            color: "white"
+            font.family: root.fontFamily
+            font.pixelSize: 18
+            font.bold: true
+        }
+
+        Item {
+            id: slider
+            objectName: "readerSlider"
+            x: 120
+            width: tucaoButton.x - x - 24
+            height: parent.height
+            enabled: root.reader !== null && root.reader.sliderEnabled && root.reader.sliderMaximum > 0
+            opacity: enabled ? 1 : 0.4
+            readonly property int maximum: root.reader ? root.reader.sliderMaximum : 0
+            // The value the thumb shows: the page, or the finger while dragging.
+            property real value: dragging ? dragValue : (root.reader ? root.reader.currentPageIndex : 0)
+            property real dragValue: 0
+            property bool dragging: false
+            readonly property real fraction: maximum > 0 ? Math.max(0, Math.min(1, value / maximum)) : 0
+
+            function valueAt(px) {
+                return Math.max(0, Math.min(1, (px - track.x) / track.width)) * maximum;
+            }
+
+            Rectangle {
+                id: track
+                x: 14
+                width: parent.width - 28
+                height: 6
+                radius: 3
+                anchors.verticalCenter: parent.verticalCenter
+                color: "#4DFFFFFF"
+                Rectangle {
+                    width: parent.width * slider.fraction
+                    height: parent.height
+                    radius: 3
+                    gradient: Gradient {
+                        orientation: Gradient.Horizontal
+                        GradientStop { position: 0; color: "#FF7043" }
+                        GradientStop { position: 1; color: "#F06292" }
+                    }
+                }
+            }
+            Rectangle {
+                id: thumb
+                objectName: "readerSliderThumb"
+                width: 26; height: 26; radius: 13
+                x: track.x + track.width * slider.fraction - width / 2
+                anchors.verticalCenter: parent.verticalCenter
+                color: "white"
+                border.color: "#FF7043"
+                border.width: 3
+            }
+            Rectangle {
+                visible: slider.dragging
+                width: 86; height: 34; radius: 10
+                x: thumb.x + thumb.width / 2 - width / 2
+                y: thumb.y - height - 10
+                color: "#FF7043"
+                Text {
+                    anchors.centerIn: parent
+                    text: "第" + (root.previewPage + 1) + "页"
+                    color: "white"
+                    font.family: root.fontFamily
+                    font.pixelSize: 15
+                    font.bold: true
+                }
+            }
+            MouseArea {
+                anchors.fill: parent
+                preventStealing: true
+                onPressed: (mouse) => {
+                    slider.dragValue = slider.valueAt(mouse.x);
+                    slider.dragging = true;
+                    root.previewPage = Math.min(slider.maximum, Math.floor(slider.dragValue + 0.5));
+                }
+                onPositionChanged: (mouse) => {
+                    slider.dragValue = slider.valueAt(mouse.x);
+                    root.previewPage = Math.min(slider.maximum, Math.floor(slider.dragValue + 0.5));
+                }
+                onReleased: (mouse) => {
+                    slider.dragValue = slider.valueAt(mouse.x);
+                    slider.dragging = false;
+                    root.reader.quickTurnPage(slider.dragValue);
+                }
+                onCanceled: slider.dragging = false
+            }
+        }
+
+        Rectangle {
+            id: tucaoButton
+            objectName: "readerWriteTucao"
+            anchors.right: parent.right
+            anchors.rightMargin: 18
+            anchors.verticalCenter: parent.verticalCenter
+            width: 112; height: 42; radius: 21
+            gradient: Gradient {
+                orientation: Gradient.Horizontal
+                GradientStop { position: 0; color: tucaoArea.pressed ? "#E0603A" : "#FF7043" }
+                GradientStop { position: 1; color: "#F06292" }
+            }
+            Row {
+                anchors.centerIn: parent
+                spacing: 6
+                Image {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 22; height: 22
+                    source: "image://quorin/art/readtucao.png"
+                    sourceSize: Qt.size(48, 48)
+                    asynchronous: true
+                }
+                Text {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "吐槽"
+                    color: "white"
+                    font.family: root.fontFamily
+                    font.pixelSize: 16
+                    font.bold: true
+                }
+            }
+            MouseArea {
+                id: tucaoArea
+                anchors.fill: parent
+                onClicked: root.reader.popUpTucaoInputView()
+            }
+        }
+    }
 }

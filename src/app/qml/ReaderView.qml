@@ -1,5 +1,113 @@
 import QtQuick
+import QtQuick.Window
 
-// Not built yet.
-Item {
+// The reader screen (VORAReadHomePageViewController), full screen over the
+// shell: the page strip on black, the brightness layer over the pages, the
+// loading and failure indicators, the menu bars. Arrow keys and page keys
+// turn pages; Escape goes back.
+Rectangle {
+    id: root
+    property QtObject reader
+    property string fontFamily
+    // Laid over each page in displayed-image coordinates (the tucao overlay).
+    property Component pageOverlay
+    readonly property QtObject manager: reader ? reader.comicViewManager : null
+
+    color: "black"
+    focus: visible
+
+    onWidthChanged: if (manager) manager.setViewSize(width, height)
+    onHeightChanged: if (manager) manager.setViewSize(width, height)
+    onManagerChanged: {
+        if (!manager)
+            return;
+        manager.devicePixelRatio = Screen.devicePixelRatio > 0 ? Screen.devicePixelRatio : 1;
+        manager.setViewSize(width, height);
+    }
+
+    Keys.onLeftPressed: if (manager) manager.turnPage(-1)
+    Keys.onRightPressed: if (manager) manager.turnPage(1)
+    Keys.onUpPressed: if (manager) manager.turnPage(-1)
+    Keys.onDownPressed: if (manager) manager.turnPage(1)
+    Keys.onEscapePressed: if (reader) reader.backPreviousPage()
+    Keys.onPressed: (event) => {
+        if (!manager)
+            return;
+        if (event.key === Qt.Key_PageDown || event.key === Qt.Key_Space) {
+            manager.turnPage(1);
+            event.accepted = true;
+        } else if (event.key === Qt.Key_PageUp) {
+            manager.turnPage(-1);
+            event.accepted = true;
+        }
+    }
+
+    // Nothing under the reader takes a touch.
+    MouseArea { anchors.fill: parent }
+
+    ReaderPageStrip {
+        id: strip
+        objectName: "readerStrip"
+        anchors.fill: parent
+        manager: root.manager
+        fontFamily: root.fontFamily
+        pageOverlay: root.pageOverlay
+    }
+
+    // Brightness: a black layer over the pages.
+    Rectangle {
+        objectName: "readerLuminanceLayer"
+        anchors.fill: parent
+        color: "black"
+        opacity: root.reader ? root.reader.luminanceValue : 0
+        visible: opacity > 0
+    }
+
+    // A chapter being opened.
+    Rectangle {
+        objectName: "readerLoading"
+        anchors.centerIn: parent
+        visible: root.reader !== null && root.reader.loading
+        width: 180; height: 120; radius: 16
+        color: "#CC2E3047"
+        Item {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 18
+            width: 44; height: 44
+            Repeater {
+                model: 8
+                delegate: Rectangle {
+                    x: 22 + 15 * Math.cos(index * Math.PI / 4) - 4
+                    y: 22 + 15 * Math.sin(index * Math.PI / 4) - 4
+                    width: 8; height: 8; radius: 4
+                    color: "white"
+                    opacity: 0.25 + index / 10
+                }
+            }
+            RotationAnimator on rotation { from: 0; to: 360; duration: 1000; loops: Animation.Infinite; running: parent.visible && root.visible }
+        }
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 80
+            text: "正在加载…"
+            color: "white"
+            font.family: root.fontFamily
+            font.pixelSize: 15
+        }
+    }
+
+    ReaderLoadingFailView {
+        objectName: "readerLoadingFail101002"
+        anchors.centerIn: parent
+        manager: root.manager
+        fontFamily: root.fontFamily
+        visible: root.manager !== null && root.manager.loadingFailVisible
+    }
+
+    ReaderMenuBars {
+        objectName: "readerMenuBars"
+        anchors.fill: parent
+        reader: root.reader
+        fontFamily: root.fontFamily
+    }
 }

@@ -1,0 +1,342 @@
+// The reader in the real app shell, in an offscreen window, against the
+// in-process reference site: a chapter opened from the detail page, pages
+// turned by swipe, tap zone and slider, a double tap zooming in and out, the
+// menu bars, bookmarks with their messages, the overscroll into the next
+// chapter and back, the read mode turning the window, leaving and continuing
+// on the same page, and a page whose image fails until the site is fixed.
+// With QUORIN_WRITE_SCREENSHOTS=1 the reader is written to docs/screenshots.
+
+#include "../catalogue/CatalogueTestSupport.h"
+#include "QuorinSite.h"
+#include "QuorinSiteFaults.h"
+#include "TestHome.h"
+#include "VORAAppDelegate.h"
+#include "VORAOverlayLayer.h"
+#include "VORARootViewController.h"
+#include "catalogue/VORAChapterView.h"
+#include "catalogue/VORAComicHomePageView.h"
+#include "core/VORAUserConfig.h"
+#include "net/VORAGetChapterInfoService.h"
+#include "net/VORAGetComicBasicInfoService.h"
+#include "reader/VORAComicViewManager.h"
+#include "reader/VORAPictureImageView.h"
+#include "reader/VORAPictureScrollView.h"
+#include "reader/VORAReadComicManager.h"
+#include "reader/VORAReadHomePageViewController.h"
+#include "store/VORADatabaseManager.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUrl>
+
+#include <memory>
+
+namespace {
+const QString freeComic = QStringLiteral("10007");
+
+struct Launch
+{
+    QObject observer;
+    bool autoLoginAnswered = false;
+    std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
+    std::unique_ptr<VORAAppDelegate> delegate;
+
+    explicit Launch(QSize size)
+    {
+        NotificationCenter::defaultCenter().addObserver(
+            &observer, QString::fromUtf8(VORANotificationNames::userViewPostInfo),
+            [this](const Notification &) { autoLoginAnswered = true; });
+        delegate = std::make_unique<VORAAppDelegate>(layer.get());
+        delegate->setShowsWindow(true);
+        delegate->setInitialSize(size.width(), size.height());
+        delegate->didFinishLaunching();
+    }
+    ~Launch()
+    {
+        delegate.reset();
+        layer.reset();
+    }
+    VORARootViewController *root() const { return delegate->rootViewController(); }
+    VORAReadHomePageViewController *reader() const { return root()->readHomePageViewController(); }
+    VORAComicViewManager *strip() const { return reader() ? reader()->comicViewManager() : nullptr; }
+    QQuickWindow *window() const { return delegate->window(); }
+    QQuickItem *item(const QString &name) const
+    {
+        if (!window())
+            return nullptr;
+        QList<QQuickItem *> queue{window()->contentItem()};
+        while (!queue.isEmpty()) {
+            QQuickItem *it = queue.takeFirst();
+            if (it->objectName() == name && it->isVisible())
+                return it;
+            queue.append(it->childItems());
+        }
+        return nullptr;
+    }
+    QPoint centreOf(QQuickItem *it) const
+    {
+        window()->grabWindow(); // lay the scene out first
+        return it->mapToScene(QPointF(it->width() / 2, it->height() / 2)).toPoint();
+    }
+    bool click(const QString &name) const
+    {
+        QQuickItem *it = item(name);
+        if (!it)
+            return false;
+        QTest::mouseClick(window(), Qt::LeftButton, {}, centreOf(it));
+        return true;
+    }
+    void tap(QPoint at) const { QTest::mouseClick(window(), Qt::LeftButton, {}, at); }
+    // A finger swipe across the window, in steps.
+    void swipe(QPoint from, int dx, int stepMs = 16) const
+    {
+        window()->grabWindow();
+        QTest::mousePress(window(), Qt::LeftButton, {}, from);
+        const int steps = 10;
+        for (int i = 1; i <= steps; ++i)
+            QTest::mouseMove(window(), from + QPoint(dx * i / steps, 0), stepMs);
+        QTest::mouseRelease(window(), Qt::LeftButton, {}, from + QPoint(dx, 0), stepMs);
+    }
+    // The strip at rest on the page.
+    bool restsOn(int index) const
+    {
+        QQuickItem *strip = item(QStringLiteral("readerStrip"));
+        return strip && !strip->property("moving").toBool()
+            && qAbs(strip->property("contentX").toReal() - index * strip->width()) < 0.5;
+    }
+    VORAPictureImageView *page(int index) const { return strip() ? strip()->pageViewAt(index) : nullptr; }
+    bool pageShown(int index) const
+    {
+        VORAPictureImageView *view = page(index);
+        return view && view->state() == VORAPictureImageView::Shown;
+    }
+    void shot(const char *name) const
+    {
+        if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window())
+            return;
+        QTest::qWait(400); // the fade of a page and the bars' slide
+        window()->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
+    }
+};
+} // namespace
+
+class TestReaderScreen : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void readingAChapterFromTheDetailPage();
+    void aPageThatFailsUntilTheSiteIsFixed();
+
+private:
+    TestHome m_home;
+    std::unique_ptr<QuorinSite> m_site;
+};
+
+void TestReaderScreen::initTestCase()
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions{m_home.filePath(QStringLiteral("site"))});
+    QVERIFY(m_site->listen() != 0);
+    qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
+}
+
+void TestReaderScreen::readingAChapterFromTheDetailPage()
+{
+    // Landscape reading, in a landscape window.
+    VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(false);
+    Launch app(QSize(1024, 768));
+    QVERIFY(app.window());
+    app.root()->showHomePage();
+    QTRY_VERIFY_WITH_TIMEOUT(app.autoLoginAnswered, 10000);
+
+    // The detail page, its first chapter tapped.
+    app.root()->openComicDetail(freeComic, QString(), QString());
+    VORAComicHomePageView *home = app.root()->comicHomePageView();
+    QTRY_VERIFY_WITH_TIMEOUT(home->state() == VORAComicHomePageView::Shown, 10000);
+    QTRY_VERIFY(app.item(QStringLiteral("chapter0")));
+    QVERIFY(app.click(QStringLiteral("chapter0")));
+    QTRY_VERIFY(app.reader());
+    VORAReadHomePageViewController *reader = app.reader();
+    QTRY_VERIFY(app.item(QStringLiteral("readerView")));
+    QVERIFY(!app.item(QStringLiteral("comicDetail300000"))); // covered, not drawn
+    QTRY_VERIFY_WITH_TIMEOUT(reader->pageCount() > 0, 15000);
+    const QString firstChapter = reader->chapterId();
+    const int count = reader->pageCount();
+    QCOMPARE(firstChapter, home->chapterView()->rowAt(0)->chapter.chapterId);
+    QCOMPARE(reader->getCurrentScreenState(), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
+    // The neighbours were decoded as they came, before anybody turned to them.
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(1) && app.pageShown(2), 15000);
+    QVERIFY(app.item(QStringLiteral("readerPage0")));
+    QVERIFY(!reader->menuShown());
+    app.shot("reader-landscape.png");
+
+    // A swipe to the left turns to page 2.
+    const QPoint middle(512, 384);
+    app.swipe(middle, -420);
+    QTRY_COMPARE(reader->currentPageIndex(), 1);
+    QTRY_COMPARE(app.strip()->pageIndex(), 1);
+    QCOMPARE(reader->pageLabel(), QStringLiteral("2/%1").arg(count));
+    // A short, slow pull springs back.
+    app.swipe(middle, -60, 60);
+    QTest::qWait(400);
+    QCOMPARE(reader->currentPageIndex(), 1);
+
+    // The right-hand zone scrolls the tall page down, then turns it.
+    VORAPictureScrollView *sv = app.page(1)->scrollView();
+    QVERIFY(sv->contentHeight() > 768);
+    app.tap(QPoint(960, 400));
+    QTRY_VERIFY(sv->contentY() > 600 && !sv->isAnimating());
+    QTRY_VERIFY(app.item(QStringLiteral("readerPage1"))->findChild<QQuickItem *>(QStringLiteral("readerPageFlick"))->property("contentY").toReal() > 600);
+    app.tap(QPoint(960, 400));
+    QTRY_COMPARE(reader->currentPageIndex(), 2);
+    QTRY_VERIFY(app.restsOn(2));
+    QVERIFY(!reader->menuShown());
+
+    // A double tap zooms in around the finger, a second one back out; neither shows the bars.
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(2), 15000);
+    VORAPictureScrollView *zoom = app.page(2)->scrollView();
+    app.window()->grabWindow();
+    QTest::mouseDClick(app.window(), Qt::LeftButton, {}, middle);
+    QTRY_COMPARE(zoom->zoomScale(), 1.64);
+    QVERIFY(zoom->contentX() > 0);
+    QTest::qWait(200);
+    QVERIFY(!reader->menuShown());
+    QTest::mouseDClick(app.window(), Qt::LeftButton, {}, middle);
+    QTRY_COMPARE(zoom->zoomScale(), 1.0);
+
+    // A single tap in the middle shows the bars.
+    app.tap(middle);
+    QTRY_VERIFY(reader->menuShown());
+    QTRY_VERIFY(app.item(QStringLiteral("readerTitle")));
+    QCOMPARE(app.item(QStringLiteral("readerTitle"))->property("text").toString(), reader->title());
+    QCOMPARE(app.item(QStringLiteral("readerPageLabel"))->property("text").toString(), QStringLiteral("3/%1").arg(count));
+    app.shot("reader-menu.png");
+
+    // Bookmarks: added, then the same page again.
+    QVERIFY(app.click(QStringLiteral("readerAddBookmark")));
+    QTRY_COMPARE(app.layer->progressText(), VORAReadHomePageViewController::bookmarkAddedText);
+    QVERIFY(app.layer->progressVisible());
+    QVERIFY(app.click(QStringLiteral("readerAddBookmark")));
+    QTRY_COMPARE(app.layer->progressText(), VORAReadHomePageViewController::bookmarkExistsText);
+    {
+        VORADatabaseManager db;
+        QCOMPARE(int(db.getBookmarkWithComic(freeComic).size()), 1);
+    }
+
+    // The slider to the last page (let go on it).
+    QQuickItem *slider = app.item(QStringLiteral("readerSlider"));
+    QVERIFY(slider);
+    const QPoint sliderEnd = slider->mapToScene(QPointF(slider->width() - 4, slider->height() / 2)).toPoint();
+    QTest::mouseClick(app.window(), Qt::LeftButton, {}, sliderEnd);
+    QTRY_COMPARE(reader->currentPageIndex(), count - 1);
+    reader->hideMenu();
+    QTRY_VERIFY(!app.item(QStringLiteral("readerTopBar")));
+
+    // Past the last page: the next chapter, at its first page.
+    const QList<VORAChapterInfoDTO> chapters = reader->chapterDTOList();
+    QVERIFY(chapters.size() > 1);
+    app.swipe(QPoint(700, 384), -400);
+    QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == chapters.at(1).chapterId, 15000);
+    QCOMPARE(reader->currentPageIndex(), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
+    // And back before its first page: the first chapter at its last page.
+    app.swipe(QPoint(300, 384), 400);
+    QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == firstChapter, 15000);
+    QCOMPARE(reader->currentPageIndex(), count - 1);
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(count - 1), 15000);
+    QCOMPARE(app.strip()->existingPageIndexes(), (QList<int>{count - 3, count - 2, count - 1}));
+
+    // The read mode: portrait turns the window; the pages are laid out again.
+    reader->showMenu();
+    QTRY_VERIFY(app.item(QStringLiteral("readerReadMode")));
+    QVERIFY(app.click(QStringLiteral("readerReadMode")));
+    QTRY_COMPARE(app.window()->height(), 1024);
+    QCOMPARE(app.window()->width(), 768);
+    QVERIFY(VORAUserConfig::shareUserConfigInstance()->isVerticalScreen());
+    QTRY_COMPARE(reader->getCurrentScreenState(), 0);
+    QTRY_COMPARE(app.page(count - 1)->width(), 748.0);
+    QCOMPARE(app.strip()->pageIndex(), count - 1);
+    QTRY_COMPARE(app.item(QStringLiteral("readerStrip"))->property("contentX").toReal(), 768.0 * (count - 1));
+    app.shot("reader-portrait-menu.png");
+    reader->hideMenu();
+    app.shot("reader-portrait.png");
+    reader->showMenu();
+    QTRY_VERIFY(app.item(QStringLiteral("readerReadMode")));
+    QVERIFY(app.click(QStringLiteral("readerReadMode")));
+    QTRY_COMPARE(app.window()->width(), 1024);
+    QVERIFY(!VORAUserConfig::shareUserConfigInstance()->isVerticalScreen());
+
+    // Leaving: the detail page shows the position, and continues on that page.
+    reader->quickTurnPage(count - 3);
+    const QString pageId = reader->pageId();
+    QVERIFY(app.click(QStringLiteral("readerBack")));
+    QTRY_VERIFY(!app.reader());
+    QTRY_VERIFY(app.item(QStringLiteral("comicDetail300000")));
+    QTRY_VERIFY(home->hasReadHistory());
+    QVERIFY(app.click(QStringLiteral("readButton")));
+    QTRY_VERIFY(app.reader());
+    QTRY_VERIFY_WITH_TIMEOUT(app.reader()->pageCount() > 0, 15000);
+    QCOMPARE(app.reader()->chapterId(), firstChapter);
+    QCOMPARE(app.reader()->pageId(), pageId);
+    QCOMPARE(app.reader()->currentPageIndex(), count - 3);
+    QTRY_COMPARE(app.item(QStringLiteral("readerStrip"))->property("contentX").toReal(), 1024.0 * (count - 3));
+}
+
+void TestReaderScreen::aPageThatFailsUntilTheSiteIsFixed()
+{
+    VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(true);
+    Launch app(QSize(768, 1024));
+    QVERIFY(app.window());
+    app.root()->showHomePage();
+    QTRY_VERIFY_WITH_TIMEOUT(app.autoLoginAnswered, 10000);
+
+    // A chapter nobody read yet, its first page's image cut off by the site.
+    const QString comicId = QStringLiteral("10013");
+    VORAGetComicBasicInfoService comicService;
+    comicService.comicId = comicId;
+    ServiceWaiter comicWaiter;
+    comicService.asynchronousRequestWithDelegate(&comicWaiter);
+    QTRY_VERIFY_WITH_TIMEOUT(comicWaiter.done, 10000);
+    QVERIFY(comicService.comicInfo() && !comicService.comicInfo()->chapterList.isEmpty());
+    const QString chapterId = comicService.comicInfo()->chapterList.first().chapterId;
+    VORAGetChapterInfoService chapterService;
+    chapterService.chapterId = chapterId;
+    ServiceWaiter chapterWaiter;
+    chapterService.asynchronousRequestWithDelegate(&chapterWaiter);
+    QTRY_VERIFY_WITH_TIMEOUT(chapterWaiter.done, 10000);
+    QVERIFY(chapterService.pageList() && !chapterService.pageList()->isEmpty());
+    const QString imagePath = QUrl(chapterService.pageList()->first().url).path().mid(1);
+    m_site->faults().setDropMidBody(imagePath);
+
+    app.root()->openReader(comicId, chapterId, VORAReadComicManager::kFirstPage);
+    VORAReadHomePageViewController *reader = app.reader();
+    QVERIFY(reader);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("readerLoadingFail101002")), 15000);
+    QVERIFY(reader->menuShown()); // the way back is offered
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(1), 15000);
+    QVERIFY(!app.pageShown(0));
+    app.shot("reader-loading-fail.png");
+
+    // Retry while the site still fails: the view stays.
+    QVERIFY(app.click(QStringLiteral("readerRetry")));
+    QVERIFY(app.strip()->loadingFailLoading());
+    QTRY_VERIFY_WITH_TIMEOUT(!app.strip()->loadingFailLoading(), 15000);
+    QVERIFY(app.item(QStringLiteral("readerLoadingFail101002")));
+    QVERIFY(m_site->requestCount(imagePath) >= 2);
+
+    // Fixed: the retry brings the page.
+    m_site->faults().clear();
+    QVERIFY(app.click(QStringLiteral("readerRetry")));
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
+    QTRY_VERIFY(!app.item(QStringLiteral("readerLoadingFail101002")));
+    QCOMPARE(reader->currentPageIndex(), 0);
+}
+
+QTEST_MAIN(TestReaderScreen)
+#include "tst_readerscreen.moc"

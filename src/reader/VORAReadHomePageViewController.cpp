@@ -13,12 +13,14 @@
 #include "reader/VORAPageDownloadManager.h"
 #include "reader/VORAPictureImageView.h"
 #include "reader/VORAReadComicManager.h"
+#include "reader/VORAReadGate.h"
 #include "reader/VORAReadPageLog.h"
 #include "store/ReadingPositionRecorder.h"
 #include "store/VORADatabaseManager.h"
 #include "store/VORAPersistenceManager.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 
 #include <cmath>
@@ -285,8 +287,7 @@ void VORAReadHomePageViewController::turnToLastPageWithIndex(int index)
         showIndicator(firstChapterText);
         return;
     }
-    const VORAChapterInfoDTO &chapter = m_chapterDTOList.at(m_currentChapterIndex - 1);
-    requestPageDataWithComicId(m_comicId, chapter.chapterId, VORAReadComicManager::kLastPage);
+    openChapter(m_chapterDTOList.at(m_currentChapterIndex - 1), VORAReadComicManager::kLastPage);
 }
 
 void VORAReadHomePageViewController::turnToNextPageWithIndex(int index)
@@ -302,8 +303,19 @@ void VORAReadHomePageViewController::turnToNextPageWithIndex(int index)
         showIndicator(lastChapterText);
         return;
     }
-    const VORAChapterInfoDTO &chapter = m_chapterDTOList.at(m_currentChapterIndex + 1);
-    requestPageDataWithComicId(m_comicId, chapter.chapterId, VORAReadComicManager::kFirstPage);
+    openChapter(m_chapterDTOList.at(m_currentChapterIndex + 1), VORAReadComicManager::kFirstPage);
+}
+
+void VORAReadHomePageViewController::openChapter(const VORAChapterInfoDTO &chapter, const QString &pageId)
+{
+    // A chapter the gate would refuse without a word (no purchase offered in
+    // this build) is not opened: the reader stays where it is.
+    if (m_comicInfoDTO
+        && VORAReadGate::decide(chapter, *m_comicInfoDTO, QDateTime::currentDateTimeUtc()) == VORAReadGate::Outcome::Nothing) {
+        qCInfo(lcReader) << "chapter" << chapter.chapterId << "is not offered";
+        return;
+    }
+    requestPageDataWithComicId(m_comicId, chapter.chapterId, pageId);
 }
 
 void VORAReadHomePageViewController::UpdateData()
@@ -583,6 +595,7 @@ void VORAReadHomePageViewController::storeJob(std::function<void()> job)
 
 void VORAReadHomePageViewController::skipeToChapterWithChapterId(const QString &chapterId)
 {
+    // The callers (a purchase, the chapter panel) have been through the gate.
     const QString comicId = m_comicId.isEmpty() ? m_pendingComicId : m_comicId;
     requestPageDataWithComicId(comicId, chapterId, VORAReadComicManager::kFirstPage);
 }

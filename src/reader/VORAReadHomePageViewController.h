@@ -205,6 +205,7 @@ signals:
 
 private:
     void adoptSession(VORAReadComicManager *session);
+    void openChapter(const VORAChapterInfoDTO &chapter, const QString &pageId);
     void setLoading(bool loading);
     void showIndicator(const QString &text);
     void retryCurrentPage(int index);

@@ -7,6 +7,7 @@
 
 #include "CatalogueTestSupport.h"
 #include "core/VORAUserConfig.h"
+#include "reader/VORAAdjustLuminanceView.h"
 #include "reader/VORAComicViewManager.h"
 #include "reader/VORAPageImageCache.h"
 #include "reader/VORAPageImageProvider.h"
@@ -113,6 +114,8 @@ private slots:
     void chapterBoundariesAndTurningChapters();
     void bookmarkTwice();
     void leavingSavesThePosition();
+    void aRefusedChapterLeavesTheOneOnScreen();
+    void brightnessLayer();
 
 private:
     CatalogueTestEnvironment m_env;
@@ -707,6 +710,19 @@ void TestReaderScreenRules::leavingSavesThePosition()
     reader->quickTurnPage(4);
     const QString chapterId = reader->chapterId();
     const QString pageId = reader->pageId();
+    // Going to the background saves at once.
+    QSignalSpy saved(reader.get(), &VORAReadHomePageViewController::readingPositionSaved);
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::applicationExit));
+    QTRY_COMPARE(saved.count(), 1);
+    QCOMPARE(saved.first().first().toString(), freeComic);
+    {
+        VORADatabaseManager db;
+        const ReadHistoryPtr early = db.getReadHistoryWithComic(freeComic);
+        QVERIFY(early);
+        QCOMPARE(early->pageId(), pageId);
+    }
+    reader->quickTurnPage(5);
+    const QString lastPageId = reader->pageId();
     QSignalSpy closed(reader.get(), &VORAReadHomePageViewController::closed);
     reader->backPreviousPage();
     QVERIFY(!reader->isActive());
@@ -715,7 +731,7 @@ void TestReaderScreenRules::leavingSavesThePosition()
     const ReadHistoryPtr history = db.getReadHistoryWithComic(freeComic);
     QVERIFY(history);
     QCOMPARE(history->chapterId(), chapterId);
-    QCOMPARE(history->pageId(), pageId);
+    QCOMPARE(history->pageId(), lastPageId);
     QVERIFY(db.getRecentReadInfoWithComic(freeComic));
 
     // Reopened on that page id: the same page.
@@ -723,8 +739,80 @@ void TestReaderScreenRules::leavingSavesThePosition()
     QSignalSpy loadedAgain(&again, &VORAReadHomePageViewController::chapterLoaded);
     again.openComic(freeComic, history->chapterId(), history->pageId());
     QVERIFY(waitForChapter(0, loadedAgain));
-    QCOMPARE(again.currentPageIndex(), 4);
-    QCOMPARE(again.pageId(), pageId);
+    QCOMPARE(again.currentPageIndex(), 5);
+    QCOMPARE(again.pageId(), lastPageId);
+}
+
+void TestReaderScreenRules::aRefusedChapterLeavesTheOneOnScreen()
+{
+    // A comic with paid chapters from the fourth on, for a reader with 100 coins.
+    const QString paidComic = QStringLiteral("10002");
+    QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+    VORAAppStatus *status = VORAAppGlobalData::shareAppGlobalData()->appStatus();
+    const qint64 fromAppStore = status->fromAppStore();
+    status->setFromAppStore(0);
+    AlertRecorder alerts;
+
+    VORAReadHomePageViewController reader;
+    QSignalSpy loaded(&reader, &VORAReadHomePageViewController::chapterLoaded);
+    reader.openComic(paidComic, QString(), VORAReadComicManager::kFirstPage);
+    QVERIFY(waitForChapter(0, loaded));
+    const QList<VORAChapterInfoDTO> chapters = reader.chapterDTOList();
+    QVERIFY(chapters.size() >= 5);
+    QCOMPARE(chapters.at(3).type, 2u);
+    reader.skipeToChapterWithChapterId(chapters.at(2).chapterId);
+    QVERIFY(waitForChapter(1, loaded));
+    const int count = reader.pageCount();
+
+    // Past the last page of the third chapter: the fourth is paid; its dialog
+    // is the new session's, and the third stays readable.
+    reader.quickTurnPage(count - 1);
+    reader.comicViewManager()->turnPage(1);
+    QTRY_VERIFY_WITH_TIMEOUT(!alerts.alerts.isEmpty(), 15000);
+    QCOMPARE(alerts.lastTag(), VORAReadComicManager::coinAlertTag);
+    QCOMPARE(alerts.last().value(QStringLiteral("delegate")).value<QObject *>(), reader.pendingReadComicManager());
+    QVERIFY(!reader.isLoading());
+    QCOMPARE(reader.chapterId(), chapters.at(2).chapterId);
+    QCOMPARE(reader.currentChapterIndex(), 2);
+    reader.quickTurnPage(1);
+    QCOMPARE(reader.currentPageIndex(), 1);
+    QCOMPARE(reader.readComicManager()->pageIndex(), 1);
+    // The dialog refused: still the third chapter.
+    reader.pendingReadComicManager()->alertView(VORAReadComicManager::coinAlertTag, 0);
+    QCOMPARE(reader.chapterId(), chapters.at(2).chapterId);
+    QCOMPARE(loaded.count(), 2);
+
+    // From the store (no purchase offered): nothing opens, nothing is asked.
+    status->setFromAppStore(1);
+    const int before = int(alerts.alerts.size());
+    const int requests = m_env.site->requestCount(QStringLiteral("ios/pad/comic_127.php"));
+    reader.quickTurnPage(count - 1);
+    reader.comicViewManager()->turnPage(1);
+    QVERIFY(!reader.isLoading());
+    QCOMPARE(int(alerts.alerts.size()), before);
+    QCOMPARE(m_env.site->requestCount(QStringLiteral("ios/pad/comic_127.php")), requests);
+    status->setFromAppStore(fromAppStore);
+    QVERIFY(signInAs(QString(), QString()));
+}
+
+void TestReaderScreenRules::brightnessLayer()
+{
+    VORAUserConfig::shareUserConfigInstance()->setLuminanceValue(0.25);
+    VORAReadHomePageViewController reader;
+    QCOMPARE(reader.luminanceValue(), 0.25);
+    reader.popUpLuminanceView();
+    VORAAdjustLuminanceView *panel = reader.luminanceView();
+    QVERIFY(panel);
+    QSignalSpy panels(&reader, &VORAReadHomePageViewController::panelsChanged);
+    panel->adjustLuminance(0);
+    QCOMPARE(reader.luminanceValue(), 1.0 / 1.2);
+    panel->adjustLuminance(1);
+    QCOMPARE(reader.luminanceValue(), 0.0);
+    panel->close();
+    QTRY_VERIFY(!reader.luminanceView());
+    QVERIFY(panels.count() >= 1);
+    QCOMPARE(reader.luminanceValue(), 0.0);
+    VORAUserConfig::shareUserConfigInstance()->setLuminanceValue(0);
 }
 
 QTEST_MAIN(TestReaderScreenRules)

@@ -110,4 +110,51 @@ Rectangle {
         reader: root.reader
         fontFamily: root.fontFamily
     }
+
+    // The panels of the menu entries, while their objects live.
+    Loader {
+        anchors.fill: parent
+        active: root.reader !== null && root.reader.chapterPanel !== null
+        sourceComponent: Component {
+            ReaderChapterPanel {
+                objectName: "readerChapterPanel"
+                manager: root.reader.chapterPanel
+                fontFamily: root.fontFamily
+            }
+        }
+    }
+    Loader {
+        anchors.fill: parent
+        active: root.reader !== null && root.reader.bookmarkPanel !== null
+        sourceComponent: Component {
+            ReaderBookmarkPanel {
+                objectName: "readerBookmarkPanel"
+                manager: root.reader.bookmarkPanel
+                fontFamily: root.fontFamily
+            }
+        }
+    }
+    Loader {
+        anchors.fill: parent
+        active: root.reader !== null && root.reader.luminancePanel !== null
+        sourceComponent: Component {
+            ReaderLuminancePanel {
+                objectName: "readerLuminancePanel"
+                manager: root.reader.luminancePanel
+                fontFamily: root.fontFamily
+            }
+        }
+    }
+    Loader {
+        anchors.fill: parent
+        active: root.reader !== null && root.reader.helpShown
+        sourceComponent: Component {
+            ReaderHelpView {
+                objectName: "readerHelpView"
+                controller: root.reader
+                fontFamily: root.fontFamily
+                onDismissed: root.reader.hideHelpView()
+            }
+        }
+    }
 }

@@ -13,7 +13,7 @@ Rectangle {
     width: 320
     height: 200
     radius: 18
-    color: "#E62E3047"
+    color: "#2E3047" // opaque: the page's own placeholder lies underneath
     border.color: "#33FFFFFF"
 
     Column {

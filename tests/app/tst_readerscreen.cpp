@@ -131,6 +131,7 @@ private slots:
     void initTestCase();
     void readingAChapterFromTheDetailPage();
     void aPageThatFailsUntilTheSiteIsFixed();
+    void buyingTheNextChapterFromTheReader();
 
 private:
     TestHome m_home;
@@ -351,6 +352,53 @@ void TestReaderScreen::aPageThatFailsUntilTheSiteIsFixed()
     QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
     QTRY_VERIFY(!app.item(QStringLiteral("readerLoadingFail101002")));
     QCOMPARE(reader->currentPageIndex(), 0);
+}
+
+void TestReaderScreen::buyingTheNextChapterFromTheReader()
+{
+    VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(false);
+    Launch app(QSize(1024, 768));
+    QVERIFY(app.window());
+    app.root()->showHomePage();
+    QTRY_VERIFY_WITH_TIMEOUT(app.autoLoginAnswered, 10000);
+    QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    global->appStatus()->setFromAppStore(0);
+    const qint64 coins = global->user()->userCoin();
+
+    // The third chapter of a comic whose chapters are paid from the fourth on.
+    const QString comicId = QStringLiteral("10002");
+    VORAGetComicBasicInfoService comicService;
+    comicService.comicId = comicId;
+    ServiceWaiter waiter;
+    comicService.asynchronousRequestWithDelegate(&waiter);
+    QTRY_VERIFY_WITH_TIMEOUT(waiter.done, 10000);
+    QVERIFY(comicService.comicInfo() && comicService.comicInfo()->chapterList.size() > 3);
+    const VORAChapterInfoDTO third = comicService.comicInfo()->chapterList.at(2);
+    const VORAChapterInfoDTO fourth = comicService.comicInfo()->chapterList.at(3);
+    QCOMPARE(fourth.type, 2u);
+    QVERIFY(fourth.price > 0 && fourth.price <= coins);
+
+    app.root()->openReader(comicId, third.chapterId, VORAReadComicManager::kFirstPage);
+    VORAReadHomePageViewController *reader = app.reader();
+    QTRY_VERIFY_WITH_TIMEOUT(reader->pageCount() > 0, 15000);
+    QCOMPARE(reader->chapterId(), third.chapterId);
+    reader->quickTurnPage(reader->pageCount() - 1);
+    QTRY_VERIFY(app.restsOn(reader->pageCount() - 1));
+
+    // Past the end: the coin dialog over the reader, answered in the window.
+    app.swipe(QPoint(700, 384), -400);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("alertBox")), 15000);
+    QCOMPARE(app.item(QStringLiteral("alertMessage"))->property("text").toString(),
+             QString::asprintf("购买此章节需要%dquorin币", int(fourth.price)));
+    QCOMPARE(reader->chapterId(), third.chapterId);
+    app.shot("reader-coin-alert.png");
+    QVERIFY(app.click(QStringLiteral("alertButton1"))); // "购买此章节"
+    QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == fourth.chapterId, 15000);
+    QCOMPARE(reader->currentPageIndex(), 0);
+    QTRY_COMPARE(global->user()->userCoin(), coins - fourth.price);
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
+    QVERIFY(signInAs(QString(), QString()));
 }
 
 QTEST_MAIN(TestReaderScreen)

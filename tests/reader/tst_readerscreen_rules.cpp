@@ -596,6 +596,15 @@ bool waitForChapter(int loadsBefore, QSignalSpy &loaded)
     return QTest::qWaitFor([&]() { return loaded.count() > loadsBefore; }, 15000);
 }
 const QString freeComic = QStringLiteral("10007");
+
+VORABookMarkDTO freeComicBookmark(const QList<BookmarkPtr> &marks, const QString &pageId)
+{
+    for (const BookmarkPtr &mark : marks) {
+        if (mark->pageId() == pageId)
+            return VORABookMarkDTO::fromRecord(*mark);
+    }
+    return {};
+}
 } // namespace
 
 void TestReaderScreenRules::chapterBoundariesAndTurningChapters()
@@ -699,6 +708,24 @@ void TestReaderScreenRules::bookmarkTwice()
     for (const BookmarkPtr &mark : marks)
         matching += mark->pageId() == pageId ? 1 : 0;
     QCOMPARE(matching, 1);
+
+    // The bookmark of another comic opens that comic at its page.
+    VORABookMarkDTO other;
+    other.comicId = QStringLiteral("10003");
+    reader.openComic(other.comicId, QString(), VORAReadComicManager::kFirstPage);
+    QVERIFY(waitForChapter(1, loaded));
+    reader.quickTurnPage(3);
+    other.chapterId = reader.chapterId();
+    other.pageId = reader.pageId();
+    reader.skipeToComicWithBookmark(freeComicBookmark(marks, pageId));
+    QVERIFY(waitForChapter(2, loaded));
+    QCOMPARE(reader.comicId(), freeComic);
+    QCOMPARE(reader.pageId(), pageId);
+    reader.skipeToComicWithBookmark(other);
+    QVERIFY(waitForChapter(3, loaded));
+    QCOMPARE(reader.comicId(), other.comicId);
+    QCOMPARE(reader.currentPageIndex(), 3);
+    QCOMPARE(reader.title().startsWith(reader.comicInfoDTO()->name), true);
 }
 
 void TestReaderScreenRules::leavingSavesThePosition()

@@ -13,6 +13,8 @@ inline constexpr char applicationExit[] = "ApplicationExitNotification";
 inline constexpr char safariSuccess[] = "safariSuccess";
 inline constexpr char weiBoSignInSucess[] = "WeiBoSignInSucess";
 inline constexpr char networkReachabilityChanged[] = "kNetworkReachabilityChangedNotification";
+// The reader's bars shown or hidden: the tucao menu follows ("KTuCaoViewBOOLValue": true hides it).
+inline constexpr char isHiddenTuCao[] = "KIsHiddenTuCao";
 
 // Requests to the app shell (no screen in the core).
 inline constexpr char uiNoticeRequest[] = "VORAUiNoticeRequest";

@@ -1,10 +1,14 @@
 #include "reader/VORAComicViewManager.h"
 
+#include "core/VORANotificationNames.h"
 #include "core/VORAUserConfig.h"
+#include "platform/NotificationCenter.h"
 #include "reader/ReaderLog.h"
 #include "reader/VORAPageViewListModel.h"
 #include "reader/VORAPictureImageView.h"
 #include "reader/VORAPictureScrollView.h"
+#include "tucao/VORATuCaoMenuView.h"
+#include "tucao/VORATucaoPlayback.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +17,26 @@ VORAComicViewManager::VORAComicViewManager(QObject *parent)
     : QObject(parent)
     , m_pageViews(new VORAPageViewListModel(this))
     , m_isShowTucao(VORAUserConfig::shareUserConfigInstance()->isDisplayTuCao())
+    , m_tucaoMenuView(new VORATuCaoMenuView(this))
 {
+    connect(m_tucaoMenuView, &VORATuCaoMenuView::showTucao, this, &VORAComicViewManager::showTucao);
+    connect(m_tucaoMenuView, &VORATuCaoMenuView::playTucao, this, &VORAComicViewManager::playTucao);
+    connect(m_tucaoMenuView, &VORATuCaoMenuView::previousGroupRequested, this, [this] {
+        if (VORAPictureImageView *view = pageViewAt(m_pageIndex); view && m_isShowTucao)
+            view->tucaoPlayback()->showLastPageTucao();
+    });
+    connect(m_tucaoMenuView, &VORATuCaoMenuView::nextGroupRequested, this, [this] {
+        if (VORAPictureImageView *view = pageViewAt(m_pageIndex); view && m_isShowTucao)
+            view->tucaoPlayback()->showNextPageTucao();
+    });
+    connect(m_tucaoMenuView, &VORATuCaoMenuView::writeTucaoRequested, this,
+            &VORAComicViewManager::writeTucaoRequested);
+    NotificationCenter::defaultCenter().addObserver(
+        this, QString::fromLatin1(VORANotificationNames::isHiddenTuCao), [this](const Notification &n) {
+            if (n.sender && n.sender != this->parent())
+                return; // another reader's bars
+            hiddeTucaoMenuView(n.userInfo.value(QStringLiteral("KTuCaoViewBOOLValue")).toBool());
+        });
     m_toggleTimer.setSingleShot(true);
     m_toggleTimer.setInterval(toggleDelayMs);
     connect(&m_toggleTimer, &QTimer::timeout, this, [this] {
@@ -30,6 +53,7 @@ VORAComicViewManager::VORAComicViewManager(QObject *parent)
 
 VORAComicViewManager::~VORAComicViewManager()
 {
+    NotificationCenter::defaultCenter().removeObserver(this);
     m_decodePool.clear();
     m_decodePool.waitForDone();
     // The page views take their images out of the cache as they go.
@@ -39,6 +63,11 @@ VORAComicViewManager::~VORAComicViewManager()
 QObject *VORAComicViewManager::pageViewsObject() const
 {
     return m_pageViews;
+}
+
+QObject *VORAComicViewManager::tucaoMenuViewObject() const
+{
+    return m_tucaoMenuView;
 }
 
 void VORAComicViewManager::setDevicePixelRatio(qreal ratio)
@@ -422,7 +451,7 @@ void VORAComicViewManager::showTucao(bool show)
         emit tucaoFlagsChanged();
     }
     if (VORAPictureImageView *view = pageViewAt(m_pageIndex)) {
-        if (show && m_isplayTucao)
+        if (show && m_isplayTucao && view->state() == VORAPictureImageView::Shown)
             view->startTucaoView();
         else if (!show)
             view->hideTucaoView();
@@ -436,9 +465,17 @@ void VORAComicViewManager::playTucao(bool play)
         emit tucaoFlagsChanged();
     }
     if (VORAPictureImageView *view = pageViewAt(m_pageIndex)) {
-        if (play && m_isShowTucao)
-            view->startTucaoView();
-        else if (!play)
-            view->hideTucaoView();
+        if (!play)
+            view->playTucaoView(false);
+        else if (m_isShowTucao && view->state() == VORAPictureImageView::Shown)
+            view->playTucaoView(true);
     }
+}
+
+void VORAComicViewManager::hiddeTucaoMenuView(bool hidden)
+{
+    if (m_tucaoMenuHidden == hidden)
+        return;
+    m_tucaoMenuHidden = hidden;
+    emit tucaoMenuHiddenChanged();
 }

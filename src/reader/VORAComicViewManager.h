@@ -16,6 +16,7 @@
 
 class VORAPageViewListModel;
 class VORAPictureImageView;
+class VORATuCaoMenuView;
 
 // The reading surface: a horizontal strip with one slot per page of the
 // chapter, of which only the page views of the current page and two on each
@@ -28,6 +29,13 @@ class VORAPictureImageView;
 // page; -1 and the page count mean the chapter before and after),
 // toggleMenuRequested / showMenuRequested, reloadPageRequested (the failure
 // view's retry).
+//
+// Tucao: every page view plays its own tucao (VORATucaoPlayback); only the
+// current page's play, and only while isShowTucao and isplayTucao are both
+// set. The tucao menu bar (tucaoMenuView, laid over the surface) switches
+// them, steps through the current page's groups and asks to write one
+// (writeTucaoRequested); it shows and hides with the menu bars through the
+// notification "KIsHiddenTuCao" ("KTuCaoViewBOOLValue": true hides it).
 //
 // Geometry: page k lies at x = k × viewWidth, one viewWidth − 20 wide. The
 // QML strip calls scrollViewWillBeginDecelerating when the finger lets go and
@@ -47,6 +55,8 @@ class VORAComicViewManager : public QObject
     Q_PROPERTY(bool loadingFailLoading READ loadingFailLoading NOTIFY loadingFailChanged)
     Q_PROPERTY(bool isShowTucao READ isShowTucao NOTIFY tucaoFlagsChanged)
     Q_PROPERTY(bool isplayTucao READ isplayTucao NOTIFY tucaoFlagsChanged)
+    Q_PROPERTY(QObject *tucaoMenuView READ tucaoMenuViewObject CONSTANT)
+    Q_PROPERTY(bool tucaoMenuHidden READ tucaoMenuHidden NOTIFY tucaoMenuHiddenChanged)
     Q_PROPERTY(qreal devicePixelRatio READ devicePixelRatio WRITE setDevicePixelRatio NOTIFY viewSizeChanged)
 public:
     static constexpr int loadingFailViewTag = 101002;
@@ -74,6 +84,9 @@ public:
     bool loadingFailLoading() const { return m_loadingFailLoading; }
     bool isShowTucao() const { return m_isShowTucao; }
     bool isplayTucao() const { return m_isplayTucao; }
+    VORATuCaoMenuView *tucaoMenuView() const { return m_tucaoMenuView; }
+    QObject *tucaoMenuViewObject() const;
+    bool tucaoMenuHidden() const { return m_tucaoMenuHidden; }
     bool canMoveToRequest() const { return m_canMoveToRequest; }
     qreal devicePixelRatio() const { return m_devicePixelRatio; }
     void setDevicePixelRatio(qreal ratio);
@@ -124,8 +137,12 @@ public:
     void waitRoading();
 
     // --- Tucao switches ---
+    // Shown: the current page's 2.5 s start; hidden: its tucao stop and go.
     void showTucao(bool show);
+    // Play again or pause on the current page (paused tucao stay).
     void playTucao(bool play);
+    // The tucao menu bar shown or hidden (hiddeTucaoMenuView).
+    void hiddeTucaoMenuView(bool hidden);
 
 signals:
     void pagesChanged();
@@ -134,6 +151,9 @@ signals:
     void stripChanged();
     void loadingFailChanged();
     void tucaoFlagsChanged();
+    void tucaoMenuHiddenChanged();
+    // The tucao menu's write button.
+    void writeTucaoRequested();
     void requestPageWithIndex(int index);
     void showMenuRequested();
     void toggleMenuRequested();
@@ -162,6 +182,8 @@ private:
     bool m_loadingFailLoading = false;
     bool m_isShowTucao = false;
     bool m_isplayTucao = true;
+    VORATuCaoMenuView *m_tucaoMenuView = nullptr;
+    bool m_tucaoMenuHidden = true;
     QTimer m_toggleTimer;
     QTimer m_retryTimer;
 

@@ -2,6 +2,7 @@
 
 #include "reader/VORAPageImageProvider.h"
 #include "reader/VORAPictureScrollView.h"
+#include "tucao/VORATucaoPlayback.h"
 
 #include <QVariantMap>
 
@@ -11,7 +12,9 @@ VORAPictureImageView::VORAPictureImageView(int pageIndex, QObject *parent)
     : QObject(parent)
     , m_pageIndex(pageIndex)
     , m_scrollView(new VORAPictureScrollView(this))
+    , m_tucaoPlayback(new VORATucaoPlayback(this))
 {
+    m_tucaoPlayback->setPageIndex(pageIndex);
 }
 
 VORAPictureImageView::~VORAPictureImageView()
@@ -22,6 +25,21 @@ VORAPictureImageView::~VORAPictureImageView()
 QObject *VORAPictureImageView::scrollViewObject() const
 {
     return m_scrollView;
+}
+
+QObject *VORAPictureImageView::tucaoPlaybackObject() const
+{
+    return m_tucaoPlayback;
+}
+
+VORATucaoPagePlacement VORAPictureImageView::tucaoPagePlacement() const
+{
+    VORATucaoPagePlacement placement;
+    placement.imageViewSize = m_scrollView->imageSize();
+    placement.imageSize = QSizeF(m_photoSize);
+    placement.contentOffset = m_scrollView->contentOffset();
+    placement.scrollViewOrigin = QPointF(m_scrollView->containerX(), m_scrollView->containerY());
+    return placement;
 }
 
 QString VORAPictureImageView::placeholderText() const
@@ -113,6 +131,7 @@ void VORAPictureImageView::setCurrentImagePageIndex(int index)
     if (m_currentImagePageIndex == index)
         return;
     m_currentImagePageIndex = index;
+    m_tucaoPlayback->setCurrentImagePageIndex(index);
     emit currentChanged();
 }
 
@@ -156,6 +175,7 @@ void VORAPictureImageView::setPhoto(const QString &imageKey, const VORAPageImage
     for (const QImage &tile : decoded.tiles)
         m_tileHeights.append(tile.height());
     layoutScrollViewAnimated();
+    m_tucaoPlayback->setImageSize(QSizeF(m_photoSize));
     emit photoChanged();
     setState(Shown);
 }
@@ -165,6 +185,12 @@ void VORAPictureImageView::setTucao(const std::optional<QList<VORATucao>> &tucao
     if (tucao == m_tucao)
         return;
     m_tucao = tucao;
+    // A new list starts the page's playback over (stopped).
+    m_tucaoPlayback->setTucaoList(tucao.value_or(QList<VORATucao>()));
+    if (m_tucaoPlaying) {
+        m_tucaoPlaying = false;
+        emit tucaoPlayingChanged();
+    }
     emit tucaoChanged();
 }
 
@@ -212,6 +238,7 @@ bool VORAPictureImageView::performTapAction(TapAction action)
 
 void VORAPictureImageView::hideTucaoView()
 {
+    m_tucaoPlayback->hideTucaoView();
     if (!m_tucaoPlaying)
         return;
     m_tucaoPlaying = false;
@@ -220,10 +247,25 @@ void VORAPictureImageView::hideTucaoView()
 
 void VORAPictureImageView::startTucaoView()
 {
+    if (!isCurrent())
+        return;
+    m_tucaoPlayback->setTucao();
     if (m_tucaoPlaying)
         return;
     m_tucaoPlaying = true;
     emit tucaoPlayingChanged();
+}
+
+void VORAPictureImageView::playTucaoView(bool play)
+{
+    if (!play) {
+        m_tucaoPlayback->playTucao(false);
+        return;
+    }
+    if (m_tucaoPlayback->showTucaoFlag())
+        m_tucaoPlayback->playTucao(true);
+    else
+        startTucaoView();
 }
 
 void VORAPictureImageView::setState(State state)

@@ -2,6 +2,7 @@
 
 #include "net/VORATucao.h"
 #include "reader/VORAPageImageCache.h"
+#include "tucao/VORATucaoPagePlacement.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -13,11 +14,16 @@
 #include <optional>
 
 class VORAPictureScrollView;
+class VORATucaoPlayback;
 
 // One page of the reading surface: the page image inside its zooming view,
 // the loading placeholder until the image is there, and the page's tucao list
 // for the overlay. It lies in the strip at x = pageIndex × strip width, one
 // strip width minus a 20-point gap wide.
+//
+// The page's tucao play in its own VORATucaoPlayback (made with the view, fed
+// with the fetched list and the image's pixel size); the QML overlay inside
+// the image container draws the playback's rows.
 //
 // The image is decoded elsewhere (VORAComicViewManager, off the main thread)
 // and handed over as a key of VORAPageImageCache; the view takes it out of
@@ -40,6 +46,7 @@ class VORAPictureImageView : public QObject
     Q_PROPERTY(QVariantList tucaoList READ tucaoList NOTIFY tucaoChanged)
     Q_PROPERTY(bool hasTucao READ hasTucao NOTIFY tucaoChanged)
     Q_PROPERTY(bool tucaoPlaying READ tucaoPlaying NOTIFY tucaoPlayingChanged)
+    Q_PROPERTY(QObject *tucaoPlayback READ tucaoPlaybackObject CONSTANT)
 public:
     enum State { Loading = 0, Shown = 1, Failed = 2 };
     Q_ENUM(State)
@@ -82,7 +89,14 @@ public:
     const std::optional<QList<VORATucao>> &tucao() const { return m_tucao; }
     QVariantList tucaoList() const;
     bool hasTucao() const { return m_tucao.has_value(); }
+    // Started on this page: the 2.5 s wait or the playback itself is on.
     bool tucaoPlaying() const { return m_tucaoPlaying; }
+    VORATucaoPlayback *tucaoPlayback() const { return m_tucaoPlayback; }
+    QObject *tucaoPlaybackObject() const;
+    // Where the image stands in the page view, for placing and converting
+    // tucao rectangles (the image view's size at zoom 1, the image's pixels,
+    // the content offset, the container's origin in the page view).
+    VORATucaoPagePlacement tucaoPagePlacement() const;
 
     // --- Rules (pure) ---
     // The page view's frame in the strip.
@@ -115,9 +129,13 @@ public:
     bool handleDoubleTap(const QPointF &viewportPoint);
     // Carries a tap action out; false when there was nowhere to scroll.
     bool performTapAction(TapAction action);
-    // Tucao playback switches (the overlay itself draws them).
+    // Tucao playback switches (the overlay itself draws them): stop and take
+    // them off the page; arm the 2.5 s start (setTucao) on the current page.
     void hideTucaoView();
     void startTucaoView();
+    // Play again or pause (the tucao on screen stay); a page whose playback
+    // has not begun arms its start instead.
+    void playTucaoView(bool play);
 
 signals:
     void currentChanged();
@@ -136,6 +154,7 @@ private:
     State m_state = Loading;
     QRectF m_frame;
     VORAPictureScrollView *m_scrollView = nullptr;
+    VORATucaoPlayback *m_tucaoPlayback = nullptr;
     QSize m_photoSize;
     QSize m_decodedSize;
     QList<int> m_tileHeights;

@@ -18,6 +18,11 @@
 #include "store/ReadingPositionRecorder.h"
 #include "store/VORADatabaseManager.h"
 #include "store/VORAPersistenceManager.h"
+#include "tucao/VORATuCaoEditManager.h"
+#include "tucao/VORATuCaoInputView.h"
+#include "tucao/VORATuCaoMenuView.h"
+#include "tucao/VORATucaoPlayback.h"
+#include "tucao/VORATucaoPublisher.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -34,6 +39,8 @@ VORAReadHomePageViewController::VORAReadHomePageViewController(QObject *parent)
     : QObject(parent)
     , m_comicViewManager(new VORAComicViewManager(this))
     , m_readPageLog(new VORAReadPageLog(this))
+    , m_tucaoInputView(new VORATuCaoInputView(this))
+    , m_tucaoPublisher(new VORATucaoPublisher(this))
     , m_luminanceValue(VORAUserConfig::shareUserConfigInstance()->luminanceValue())
 {
     m_store.setMaxThreadCount(1);
@@ -57,7 +64,37 @@ VORAReadHomePageViewController::VORAReadHomePageViewController(QObject *parent)
             dropCachedPage(index);
     });
 
+    // The tucao menu shows and hides with the bars.
+    connect(this, &VORAReadHomePageViewController::menuChanged, this, [this] {
+        NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::isHiddenTuCao), this,
+                                                 {{QStringLiteral("KTuCaoViewBOOLValue"), !m_menuShown}});
+    });
+    connect(m_comicViewManager, &VORAComicViewManager::writeTucaoRequested, this,
+            &VORAReadHomePageViewController::popUpTucaoInputView);
+
+    // Tucao editing.
+    connect(m_tucaoInputView, &VORATuCaoInputView::signInRequested, this,
+            &VORAReadHomePageViewController::createUserView);
+    connect(m_tucaoInputView, &VORATuCaoInputView::placeTucao, this,
+            &VORAReadHomePageViewController::popUPTucaoEditViewWithPoint);
+    connect(m_tucaoPublisher, &VORATucaoPublisher::published, this, [this](const VORATucao &tucao) {
+        if (m_tucaoEditPlayback)
+            m_tucaoEditPlayback->addTucao(tucao);
+    });
+    connect(m_tucaoPublisher, &VORATucaoPublisher::updated, this, [this](const VORATucao &tucao) {
+        if (m_tucaoEditPlayback)
+            m_tucaoEditPlayback->addTucao(tucao);
+    });
+    connect(m_tucaoPublisher, &VORATucaoPublisher::removedFromPage, this, [this](const QString &tucaoId) {
+        if (m_tucaoEditPlayback)
+            m_tucaoEditPlayback->removeTucao(tucaoId);
+    });
+    connect(m_tucaoPublisher, &VORATucaoPublisher::closeEditRequested, this,
+            &VORAReadHomePageViewController::hideEditTuCaoView);
+
     auto &center = NotificationCenter::defaultCenter();
+    center.addObserver(this, VORATucaoPlayback::popUpTucaoEditView,
+                       [this](const Notification &n) { onPopUpTucaoEditView(n); });
     center.addObserver(this, QString::fromLatin1(VORANotificationNames::applicationExit),
                        [this](const Notification &) { saveReadHistoryInfo(); });
     // A dialog of the gate (or of a purchase) for the chapter being opened:
@@ -82,6 +119,16 @@ VORAReadHomePageViewController::~VORAReadHomePageViewController()
 QObject *VORAReadHomePageViewController::comicViewManagerObject() const
 {
     return m_comicViewManager;
+}
+
+QObject *VORAReadHomePageViewController::tucaoInputViewObject() const
+{
+    return m_tucaoInputView;
+}
+
+QObject *VORAReadHomePageViewController::tucaoEditManagerObject() const
+{
+    return m_tucaoEditManager;
 }
 
 QObject *VORAReadHomePageViewController::chapterPanelObject() const
@@ -353,6 +400,10 @@ void VORAReadHomePageViewController::UpdateData()
         m_tucaoMenuTitle = m_title;
         m_tucaoMenuPageLabel = m_pageLabel;
         m_tucaoTotal = m_pageInfoDTO ? m_pageInfoDTO->tucaoTotal : 0;
+        VORATuCaoMenuView *menu = m_comicViewManager->tucaoMenuView();
+        menu->setTitle(m_tucaoMenuTitle);
+        menu->setPageLabel(m_tucaoMenuPageLabel);
+        menu->setTucaoTotal(int(m_tucaoTotal));
     }
     emit dataChanged();
 
@@ -515,17 +566,121 @@ void VORAReadHomePageViewController::hideHelpView()
 void VORAReadHomePageViewController::popUpTucaoInputView()
 {
     showMenu();
-    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    if (!global->user()->isLogin()) {
-        global->user()->setUserViewJumpType(1);
-        global->saveUser();
-        createUserView();
+    // Nobody signed in: the input view saves the jump type and asks for the
+    // sign-in (createUserView); it does not open.
+    if (!VORAAppGlobalData::shareAppGlobalData()->user()->isLogin()) {
+        m_tucaoInputView->popUpTucaoInputView();
         return;
     }
-    // resetComicViewWhenTucao: the page is placed on at its fitted zoom.
+    resetComicViewWhenTucao();
+    m_tucaoInputView->popUpTucaoInputView();
+    emit tucaoInputRequested();
+}
+
+// --- Tucao editing ---
+
+void VORAReadHomePageViewController::resetComicViewWhenTucao()
+{
     if (VORAPictureImageView *view = m_comicViewManager->pageViewAt(m_comicViewManager->pageIndex()))
         view->killScrollViewZoom(false);
-    emit tucaoInputRequested();
+}
+
+void VORAReadHomePageViewController::popUPTucaoEditViewWithPoint(const QString &text, const QPointF &point)
+{
+    VORAPictureImageView *view = m_comicViewManager->pageViewAt(m_comicViewManager->pageIndex());
+    if (!view || view->state() != VORAPictureImageView::Shown) {
+        qCInfo(lcReader) << "no page to place a tucao on";
+        return;
+    }
+    resetComicViewWhenTucao();
+    openTucaoEdit(new VORATuCaoEditManager(text, point, view->tucaoPagePlacement(), getCurrentScreenState(), this),
+                  view->tucaoPlayback());
+}
+
+bool VORAReadHomePageViewController::showTucaoEditViewWithTucaoView(VORATucaoPlayback *playback,
+                                                                    const QString &tucaoId)
+{
+    VORAPictureImageView *view = m_comicViewManager->pageViewAt(m_comicViewManager->pageIndex());
+    if (!view || !playback || view->tucaoPlayback() != playback || m_tucaoInputView->isOpen())
+        return false;
+    const std::optional<VORATucao> tucao = playback->tucaoWithId(tucaoId);
+    if (!tucao || !playback->isOwnTucao(*tucao))
+        return false;
+    playback->removeTucao(tucaoId);
+    resetComicViewWhenTucao();
+    openTucaoEdit(new VORATuCaoEditManager(*tucao, view->tucaoPagePlacement(), getCurrentScreenState(), this),
+                  playback);
+    return true;
+}
+
+void VORAReadHomePageViewController::onPopUpTucaoEditView(const Notification &n)
+{
+    auto *playback = qobject_cast<VORATucaoPlayback *>(n.userInfo.value(QStringLiteral("playback")).value<QObject *>());
+    const QString tucaoId = n.userInfo.value(QStringLiteral("tucao")).toMap().value(QStringLiteral("tucaoId")).toString();
+    showTucaoEditViewWithTucaoView(playback, tucaoId);
+}
+
+void VORAReadHomePageViewController::openTucaoEdit(VORATuCaoEditManager *edit, VORATucaoPlayback *playback)
+{
+    dropTucaoEdit();
+    m_tucaoEditManager = edit;
+    m_tucaoEditPlayback = playback;
+    m_tucaoEditPageId = m_pageId;
+    connect(edit, &VORATuCaoEditManager::publishTucaoRequested, this, &VORAReadHomePageViewController::publishTucao);
+    connect(edit, &VORATuCaoEditManager::confirmEditRequested, this, &VORAReadHomePageViewController::confirmEdit);
+    connect(edit, &VORATuCaoEditManager::deleteTucaoRequested, this, &VORAReadHomePageViewController::deleteTucao);
+    connect(edit, &VORATuCaoEditManager::tucaoPutBack, this, &VORAReadHomePageViewController::cancelEdit);
+    connect(edit, &VORATuCaoEditManager::removed, this, [this, edit] {
+        if (m_tucaoEditManager == edit)
+            dropTucaoEdit();
+    });
+    emit tucaoEditChanged();
+}
+
+void VORAReadHomePageViewController::dropTucaoEdit()
+{
+    if (!m_tucaoEditManager)
+        return;
+    VORATuCaoEditManager *edit = m_tucaoEditManager;
+    m_tucaoEditManager = nullptr;
+    edit->disconnect(this);
+    edit->deleteLater();
+    emit tucaoEditChanged();
+}
+
+void VORAReadHomePageViewController::publishTucao(const VORATucaoDTO &dto)
+{
+    if (!m_tucaoEditManager)
+        return;
+    m_tucaoPublisher->setPagePlacement(m_tucaoEditManager->placement());
+    m_tucaoPublisher->publishTucao(dto, m_tucaoEditPageId);
+}
+
+void VORAReadHomePageViewController::confirmEdit(const VORATucaoDTO &dto)
+{
+    if (!m_tucaoEditManager)
+        return;
+    m_tucaoPublisher->setPagePlacement(m_tucaoEditManager->placement());
+    m_tucaoPublisher->confirmEdit(dto);
+}
+
+void VORAReadHomePageViewController::deleteTucao(const VORATucaoDTO &dto)
+{
+    if (!m_tucaoEditManager)
+        return;
+    m_tucaoPublisher->deleteTucao(dto, m_comicId);
+}
+
+void VORAReadHomePageViewController::cancelEdit(const VORATucao &tucao)
+{
+    if (m_tucaoEditPlayback)
+        m_tucaoEditPlayback->addTucao(tucao);
+}
+
+void VORAReadHomePageViewController::hideEditTuCaoView()
+{
+    if (m_tucaoEditManager)
+        m_tucaoEditManager->hideEditTuCaoView();
 }
 
 void VORAReadHomePageViewController::swtichScreen()

@@ -3,11 +3,14 @@
 #include "net/VORAChapterInfoDTO.h"
 #include "net/VORAComicInfoDTO.h"
 #include "net/VORAPageInfoDTO.h"
+#include "net/VORATucao.h"
+#include "net/VORATucaoDTO.h"
 #include "reader/VORAReadComicManagerDelegate.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
 
 #include <QList>
 #include <QObject>
+#include <QPointF>
 #include <QPointer>
 #include <QString>
 #include <QThreadPool>
@@ -22,6 +25,10 @@ class VORAChapterManager;
 class VORAComicViewManager;
 class VORAReadComicManager;
 class VORAReadPageLog;
+class VORATuCaoEditManager;
+class VORATuCaoInputView;
+class VORATucaoPlayback;
+class VORATucaoPublisher;
 struct Notification;
 
 // The reader screen. Opened with a comic, a chapter and a page id (or
@@ -34,6 +41,11 @@ struct Notification;
 // The chapter on screen keeps its session until the next chapter's session
 // has answered: a chapter the read gate refuses (a purchase or VIP dialog, a
 // sign-in) leaves the reader where it was, still readable.
+//
+// Tucao: the screen owns the input view (VORATuCaoInputView), at most one
+// editing act (VORATuCaoEditManager) and the publisher (VORATucaoPublisher)
+// that sends them. An editing act belongs to the page it was opened on; the
+// answers put the tucao back on that page (if it is still there).
 //
 // Store work (bookmarks, the reading position) runs on a worker thread of its
 // own; the signals closed() and readingPositionSaved() come after it.
@@ -66,6 +78,8 @@ class VORAReadHomePageViewController : public QObject,
     Q_PROPERTY(QObject *bookmarkPanel READ bookmarkPanelObject NOTIFY panelsChanged)
     Q_PROPERTY(QObject *luminancePanel READ luminancePanelObject NOTIFY panelsChanged)
     Q_PROPERTY(bool helpShown READ helpShown NOTIFY panelsChanged)
+    Q_PROPERTY(QObject *tucaoInputView READ tucaoInputViewObject CONSTANT)
+    Q_PROPERTY(QObject *tucaoEditManager READ tucaoEditManagerObject NOTIFY tucaoEditChanged)
 public:
     static inline const QString firstChapterText = QStringLiteral("已经是第一章了");
     static inline const QString lastChapterText = QStringLiteral("已经是最后一章了");
@@ -120,6 +134,13 @@ public:
     QObject *luminancePanelObject() const;
     bool helpShown() const { return m_helpShown; }
 
+    // Tucao editing.
+    VORATuCaoInputView *tucaoInputView() const { return m_tucaoInputView; }
+    QObject *tucaoInputViewObject() const;
+    VORATuCaoEditManager *tucaoEditManager() const { return m_tucaoEditManager; }
+    QObject *tucaoEditManagerObject() const;
+    VORATucaoPublisher *tucaoPublisher() const { return m_tucaoPublisher; }
+
     // --- Rules (pure) ---
     // The page slider's value rounded half up.
     static int roundHalfUp(double value);
@@ -158,6 +179,8 @@ public:
     Q_INVOKABLE void popUpChapterView();
     Q_INVOKABLE void popUpHelpView();
     Q_INVOKABLE void hideHelpView();
+    // Writing a tucao: the sign-in route for nobody signed in; else the page
+    // back at its fitted zoom and the input view.
     Q_INVOKABLE void popUpTucaoInputView();
     Q_INVOKABLE void swtichScreen();
     Q_INVOKABLE void swtichScreenToLandscape();
@@ -166,6 +189,23 @@ public:
     Q_INVOKABLE void applyReadMode();
     // The black layer's opacity (the brightness panel sets it).
     Q_INVOKABLE void setLuminanceValue(qreal value);
+
+    // --- Tucao editing ---
+    // The page on screen back at its fitted zoom.
+    void resetComicViewWhenTucao();
+    // A new tucao of this text placed at this point (screen points).
+    void popUPTucaoEditViewWithPoint(const QString &text, const QPointF &point);
+    // One's own tucao of the current page, long-pressed: off the page, zoom
+    // reset, and an editing act opened on it. False when it is not there.
+    bool showTucaoEditViewWithTucaoView(VORATucaoPlayback *playback, const QString &tucaoId);
+    // The editing act's options, sent through the publisher.
+    void publishTucao(const VORATucaoDTO &dto);
+    void confirmEdit(const VORATucaoDTO &dto);
+    void deleteTucao(const VORATucaoDTO &dto);
+    // Cancelling an existing tucao's edit: it goes back on its page unsent.
+    void cancelEdit(const VORATucao &tucao);
+    // Closes the editing act (its menu collapses, then the layer goes).
+    void hideEditTuCaoView();
 
     // --- Position ---
     // Saves the reading position on the worker thread (when the comic, the
@@ -188,6 +228,7 @@ signals:
     void screenStateChanged();
     void readModeChanged();
     void panelsChanged();
+    void tucaoEditChanged();
     // The chapter on screen changed (a new page list).
     void chapterLoaded();
     void chapterLoadFailed();
@@ -211,6 +252,9 @@ private:
     void retryCurrentPage(int index);
     void dropCachedPage(int index);
     void onAlertRequest(const Notification &n);
+    void onPopUpTucaoEditView(const Notification &n);
+    void openTucaoEdit(VORATuCaoEditManager *edit, VORATucaoPlayback *playback);
+    void dropTucaoEdit();
     void storeJob(std::function<void()> job);
 
     VORAComicViewManager *m_comicViewManager = nullptr;
@@ -221,6 +265,12 @@ private:
     VORABookmarkManager *m_bookmarkManager = nullptr;
     VORAAdjustLuminanceView *m_luminanceView = nullptr;
     bool m_helpShown = false;
+    VORATuCaoInputView *m_tucaoInputView = nullptr;
+    VORATuCaoEditManager *m_tucaoEditManager = nullptr;
+    VORATucaoPublisher *m_tucaoPublisher = nullptr;
+    // The page the editing act belongs to (its playback goes with the page view).
+    QPointer<VORATucaoPlayback> m_tucaoEditPlayback;
+    QString m_tucaoEditPageId;
 
     QString m_comicId;
     QString m_chapterId;

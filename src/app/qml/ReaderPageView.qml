@@ -7,7 +7,8 @@ import QtQuick
 // imageContainer is the item that zooms and scrolls with the image: it is the
 // image's size at zoom 1 and scaled by the zoom, so children placed in
 // displayed-image coordinates (e.g. the tucao overlay, given as `overlay` and
-// loaded with `pageView` and `container` in its context) follow it.
+// loaded with `pageView` and `container` in its context) follow it. The
+// page's tucao overlay lives there.
 Item {
     id: root
     property QtObject page
@@ -67,6 +68,15 @@ Item {
                     smooth: true
                     fillMode: Image.Stretch
                 }
+            }
+
+            // The page's tucao (its VORATucaoPlayback's rows: only those on
+            // screen have delegates), scaled with the image.
+            TucaoOverlay {
+                objectName: "readerTucaoOverlay"
+                playback: root.page ? root.page.tucaoPlayback : null
+                fontFamily: root.fontFamily
+                visible: root.shown
             }
 
             Loader {

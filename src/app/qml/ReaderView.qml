@@ -3,7 +3,8 @@ import QtQuick.Window
 
 // The reader screen (VORAReadHomePageViewController), full screen over the
 // shell: the page strip on black, the brightness layer over the pages, the
-// loading and failure indicators, the menu bars. Arrow keys and page keys
+// loading and failure indicators, the menu bars with the tucao menu, and the
+// tucao input view and editing layer. Arrow keys and page keys
 // turn pages; Escape goes back.
 Rectangle {
     id: root
@@ -109,6 +110,38 @@ Rectangle {
         anchors.fill: parent
         reader: root.reader
         fontFamily: root.fontFamily
+    }
+
+    // The tucao menu bar, over the bottom bar while the bars are shown.
+    TucaoMenuBar {
+        id: tucaoBar
+        objectName: "readerTucaoMenuBar"
+        readonly property bool shown: root.manager !== null && !root.manager.tucaoMenuHidden
+        width: parent.width
+        menu: root.manager ? root.manager.tucaoMenuView : null
+        fontFamily: root.fontFamily
+        y: shown ? parent.height - 70 - height : parent.height + 4
+        visible: y < parent.height + 4
+        Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
+    }
+
+    // Writing a tucao: the text, then the tap that places it.
+    TucaoInputView {
+        objectName: "readerTucaoInput"
+        input: root.reader ? root.reader.tucaoInputView : null
+        fontFamily: root.fontFamily
+    }
+
+    // The editing act on the current page, while it lives.
+    Loader {
+        active: root.reader !== null && root.reader.tucaoEditManager !== null
+        sourceComponent: Component {
+            TucaoEditMenu {
+                objectName: "readerTucaoEdit"
+                edit: root.reader.tucaoEditManager
+                fontFamily: root.fontFamily
+            }
+        }
     }
 
     // The panels of the menu entries, while their objects live.

@@ -13,7 +13,7 @@
 //   reader_tucao_playback             (--tucao) frame time of page 1 playing its
 //                                     tucao next to the same page without them
 //
-//   bench_reader [--turns N] [--jumps N] [--peer-runs N] [--tucao] [--tucao-seconds S]
+//   bench_reader [--turns N] [--jumps N] [--peer-runs N] [--passes N] [--tucao] [--tucao-seconds S]
 
 #include "QuorinSite.h"
 #include "VORAAppDelegate.h"
@@ -121,6 +121,7 @@ public:
         connect(&m_timer, &QTimer::timeout, this, [this] {
             const qint64 now = m_clock.nsecsElapsed();
             m_longest = std::max(m_longest, now - m_last);
+            m_windowLongest = std::max(m_windowLongest, now - m_last);
             m_last = now;
             ++m_ticks;
         });
@@ -135,6 +136,13 @@ public:
     }
     void stop() { m_timer.stop(); }
     double longestMs() const { return m_longest / 1e6; }
+    // The longest gap since the last call.
+    double takeWindowLongestMs()
+    {
+        const double ms = m_windowLongest / 1e6;
+        m_windowLongest = 0;
+        return ms;
+    }
     double elapsedMs() const { return m_clock.nsecsElapsed() / 1e6; }
     qint64 ticks() const { return m_ticks; }
 
@@ -143,6 +151,7 @@ private:
     QElapsedTimer m_clock;
     qint64 m_last = 0;
     qint64 m_longest = 0;
+    qint64 m_windowLongest = 0;
     qint64 m_ticks = 0;
 };
 
@@ -347,6 +356,7 @@ int main(int argc, char **argv)
     const int turns = std::min(intArg("--turns", longChapterPages - 1), longChapterPages - 1);
     const int jumps = intArg("--jumps", 10);
     const int peerRuns = intArg("--peer-runs", 15);
+    const int passes = intArg("--passes", 1);
     const bool tucao = args.contains(QStringLiteral("--tucao"));
     const int tucaoSeconds = intArg("--tucao-seconds", 15);
 
@@ -452,6 +462,7 @@ int main(int argc, char **argv)
     double stallAtTurn = -1;
     stall.start();
     double longestSoFar = 0;
+    QList<QPair<double, int>> worstTurns;
     for (int i = 0; i < turns; ++i) {
         const int next = i + 1;
         // Prefetched: the next page decoded and drawn off screen before the turn.
@@ -481,12 +492,32 @@ int main(int argc, char **argv)
             longestSoFar = stall.longestMs();
             stallAtTurn = next + 1;
         }
+        // The gaps of this turn: from its wait for the prefetch to its frame.
+        worstTurns.append({stall.takeWindowLongestMs(), next + 1});
         const int read = next + 1; // pages shown so far
         if (read == 20 || read == 100 || read == 200)
             rssAfter.insert(QString::number(read), procStatusKiB("VmRSS"));
     }
     stall.stop();
     const double readMs = stall.elapsedMs();
+    // Further passes over the same chapter (pages from the disk cache): a
+    // bounded reader ends each pass where the first ended.
+    QJsonArray rssAfterPass{procStatusKiB("VmRSS")};
+    for (int pass = 1; pass < passes; ++pass) {
+        reader->quickTurnPage(0);
+        if (!waitUntil([&] { return a.pageOnScreen(0); }, 15000))
+            return fail("back on page 1 failed");
+        for (int next = 1; next <= turns; ++next) {
+            waitUntil([&] { return strip->pageViewAt(next) && strip->pageViewAt(next)->state() == VORAPictureImageView::Shown; }, 30000);
+            idle(5);
+            const qreal x = next * strip->viewWidth();
+            stripItem->setProperty("contentX", x);
+            strip->scrollViewDidEndDecelerating(x);
+        }
+        waitUntil([&] { return a.pageOnScreen(turns); }, 15000);
+        idle(300);
+        rssAfterPass.append(procStatusKiB("VmRSS"));
+    }
 
     // --- Peer, in the same run ---
     Peer peer(imageW, imageH);
@@ -546,6 +577,7 @@ int main(int argc, char **argv)
                       {"vmhwm_kib", procStatusKiB("VmHWM")},
                       {"rss_start_kib", rssStart},
                       {"rss_after_pages_kib", rssAfter},
+                      {"rss_after_pass_kib", rssAfterPass},
                       {"rss_end_kib", procStatusKiB("VmRSS")},
                       {"page_image_cache_entries", VORAPageImageCache::shared().count()},
                       {"page_image_cache_kib", VORAPageImageCache::shared().byteCount() / 1024},
@@ -556,6 +588,15 @@ int main(int argc, char **argv)
                       {"longest_gap_ms", round2(stall.longestMs())},
                       {"at_page", stallAtTurn},
                       {"ticks", stall.ticks()},
+                      {"worst_turns", [&] {
+                           std::sort(worstTurns.begin(), worstTurns.end(), std::greater<>());
+                           QJsonArray out;
+                           for (const auto &w : worstTurns.mid(0, 5))
+                               out.append(QJsonArray{w.second, round2(w.first)});
+                           return out;
+                       }()},
+                      {"gaps_over_16ms", int(std::count_if(worstTurns.cbegin(), worstTurns.cend(),
+                                                           [](const auto &w) { return w.first > 16.7; }))},
                       {"prefetch_wait_mean_ms", round2(prefetchWaitMs / std::max(1, turns))},
                       {"peer", "1 ms timer, the ideal gap"},
                       {"peer_ms", 1.0},
@@ -572,7 +613,9 @@ int main(int argc, char **argv)
     const int tucaoCount = int(page1->tucaoList().size());
     // Frames are asked for back to back, so an idle page renders as often as a
     // playing one: the interval is what one frame costs.
+    int maxVisible = 0;
     auto playback = [&](bool show, int seconds, double *longestGap) {
+        maxVisible = 0;
         strip->showTucao(show);
         strip->playTucao(show);
         idle(200);
@@ -588,10 +631,19 @@ int main(int argc, char **argv)
             w->update();
         });
         StallWatch watch;
+        QTimer sampler;
+        QObject::connect(&sampler, &QTimer::timeout, w, [&] {
+            int visible = 0;
+            for (QQuickItem *it : findItems(a.item(QStringLiteral("readerPage0")), QStringLiteral("tucaoView")))
+                visible += it->isVisible() && it->opacity() > 0 ? 1 : 0;
+            maxVisible = std::max(maxVisible, visible);
+        });
         clock.start();
         watch.start();
+        sampler.start(250);
         w->update();
         idle(seconds * 1000);
+        sampler.stop();
         watch.stop();
         QObject::disconnect(c);
         *longestGap = watch.longestMs();
@@ -600,6 +652,7 @@ int main(int argc, char **argv)
     double gapOff = 0, gapOn = 0;
     const QList<double> off = playback(false, std::max(3, tucaoSeconds / 3), &gapOff);
     const QList<double> on = playback(true, tucaoSeconds, &gapOn);
+    const int visibleOn = maxVisible;
     const bool playing = page1->tucaoPlaying();
     strip->showTucao(false);
     const double onMedian = median(on), offMedian = median(off);
@@ -607,6 +660,8 @@ int main(int argc, char **argv)
                       {"comic", comicId},
                       {"page", 1},
                       {"tucao", tucaoCount},
+                      {"tucao_total_of_page", reader->tucaoTotal()},
+                      {"most_tucao_views_drawn_at_once", visibleOn},
                       {"playing", playing},
                       {"seconds", tucaoSeconds},
                       {"frames", on.size()},

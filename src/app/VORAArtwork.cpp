@@ -300,15 +300,6 @@ QImage icon(const QString &name)
         p.drawArc(QRectF(18, 44, 60, 44), 200 * 16, 140 * 16);
         p.drawLine(QPointF(73, 70), QPointF(80, 62));
         p.drawLine(QPointF(73, 70), QPointF(64, 66));
-    } else if (name == QLatin1String("readtucao")) {
-        // A speech bubble.
-        QPainterPath bubble;
-        bubble.addRoundedRect(QRectF(12, 16, 72, 50), 14, 14);
-        p.drawPath(bubble);
-        p.drawPolyline(QPolygonF{QPointF(30, 66), QPointF(26, 84), QPointF(46, 66)});
-        p.drawPoint(QPointF(32, 41));
-        p.drawPoint(QPointF(48, 41));
-        p.drawPoint(QPointF(64, 41));
     } else {
         drawBookStack(p, QRectF(8, 8, 80, 80), QColor(0xFF, 0x70, 0x43), QColor(0xF0, 0x62, 0x92));
     }
@@ -331,8 +322,7 @@ QStringList VORAArtwork::names()
                      QStringLiteral("readback.png"),     QStringLiteral("readbookmarkadd.png"),
                      QStringLiteral("readbookmarklist.png"), QStringLiteral("readchapterlist.png"),
                      QStringLiteral("readluminance.png"), QStringLiteral("readhelp.png"),
-                     QStringLiteral("readmodeportrait.png"), QStringLiteral("readmodelandscape.png"),
-                     QStringLiteral("readtucao.png")};
+                     QStringLiteral("readmodeportrait.png"), QStringLiteral("readmodelandscape.png")};
     for (int i = 0; i < 5; ++i) {
         list.append(QStringLiteral("welcome%1").arg(i));
         list.append(QStringLiteral("uprightwelcome%1").arg(i));

@@ -135,7 +135,7 @@ Item {
             id: slider
             objectName: "readerSlider"
             x: 120
-            width: tucaoButton.x - x - 24
+            width: parent.width - x - 24
             height: parent.height
             enabled: root.reader !== null && root.reader.sliderEnabled && root.reader.sliderMaximum > 0
             opacity: enabled ? 1 : 0.4
@@ -212,44 +212,6 @@ Item {
                     root.reader.quickTurnPage(slider.dragValue);
                 }
                 onCanceled: slider.dragging = false
-            }
-        }
-
-        Rectangle {
-            id: tucaoButton
-            objectName: "readerWriteTucao"
-            anchors.right: parent.right
-            anchors.rightMargin: 18
-            anchors.verticalCenter: parent.verticalCenter
-            width: 112; height: 42; radius: 21
-            gradient: Gradient {
-                orientation: Gradient.Horizontal
-                GradientStop { position: 0; color: tucaoArea.pressed ? "#E0603A" : "#FF7043" }
-                GradientStop { position: 1; color: "#F06292" }
-            }
-            Row {
-                anchors.centerIn: parent
-                spacing: 6
-                Image {
-                    anchors.verticalCenter: parent.verticalCenter
-                    width: 22; height: 22
-                    source: "image://quorin/art/readtucao.png"
-                    sourceSize: Qt.size(48, 48)
-                    asynchronous: true
-                }
-                Text {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: "吐槽"
-                    color: "white"
-                    font.family: root.fontFamily
-                    font.pixelSize: 16
-                    font.bold: true
-                }
-            }
-            MouseArea {
-                id: tucaoArea
-                anchors.fill: parent
-                onClicked: root.reader.popUpTucaoInputView()
             }
         }
     }

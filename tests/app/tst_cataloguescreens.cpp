@@ -4,6 +4,7 @@
 // list sorted, and one detail page reused by every list. With
 // QUORIN_WRITE_SCREENSHOTS=1 each screen is written to docs/screenshots.
 
+#include "AppTestWindow.h"
 #include "../catalogue/CatalogueTestSupport.h"
 #include "QuorinSite.h"
 #include "QuorinSiteFaults.h"
@@ -29,73 +30,9 @@
 #include <memory>
 
 namespace {
-struct Launch
+struct Launch : AppTestWindow
 {
-    QObject observer;
-    bool autoLoginAnswered = false; // the start-up's silent sign-in has been answered
-    std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
-    std::unique_ptr<VORAAppDelegate> delegate;
-
-    explicit Launch(QSize size)
-    {
-        NotificationCenter::defaultCenter().addObserver(
-            &observer, QString::fromUtf8(VORANotificationNames::userViewPostInfo),
-            [this](const Notification &) { autoLoginAnswered = true; });
-        delegate = std::make_unique<VORAAppDelegate>(layer.get());
-        delegate->setShowsWindow(true);
-        delegate->setInitialSize(size.width(), size.height());
-        delegate->didFinishLaunching();
-    }
-    ~Launch()
-    {
-        delegate.reset();
-        layer.reset();
-    }
-    VORARootViewController *root() const { return delegate->rootViewController(); }
-    QQuickWindow *window() const { return delegate->window(); }
-    QQuickItem *item(const QString &name) const
-    {
-        if (!window())
-            return nullptr;
-        QList<QQuickItem *> queue{window()->contentItem()};
-        while (!queue.isEmpty()) {
-            QQuickItem *it = queue.takeFirst();
-            if (it->objectName() == name && it->isVisible())
-                return it;
-            queue.append(it->childItems());
-        }
-        return nullptr;
-    }
-    bool click(const QString &name) const
-    {
-        QQuickItem *it = item(name);
-        if (!it)
-            return false;
-        // Positioners place their children when the scene is polished, before the next
-        // frame: lay the scene out first, or a button may still stand where its row began.
-        window()->grabWindow();
-        const QPointF centre = it->mapToScene(QPointF(it->width() / 2, it->height() / 2));
-        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
-        return true;
-    }
-    // A finger drag over an item, in steps, as a flick would come.
-    void drag(QQuickItem *it, qreal dy) const
-    {
-        const QPointF start = it->mapToScene(QPointF(it->width() / 2, dy < 0 ? it->height() - 40 : 40));
-        QTest::mousePress(window(), Qt::LeftButton, {}, start.toPoint());
-        const int steps = 12;
-        for (int i = 1; i <= steps; ++i) {
-            QTest::mouseMove(window(), (start + QPointF(0, dy * i / steps)).toPoint(), 16);
-        }
-        QTest::mouseRelease(window(), Qt::LeftButton, {}, (start + QPointF(0, dy)).toPoint(), 16);
-    }
-    void shot(const char *name) const
-    {
-        if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window())
-            return;
-        QTest::qWait(600); // let the covers decoded off the main thread arrive for the picture
-        window()->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
-    }
+    using AppTestWindow::AppTestWindow;
 };
 } // namespace
 

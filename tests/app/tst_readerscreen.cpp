@@ -6,6 +6,7 @@
 // on the same page, and a page whose image fails until the site is fixed.
 // With QUORIN_WRITE_SCREENSHOTS=1 the reader is written to docs/screenshots.
 
+#include "AppTestWindow.h"
 #include "../catalogue/CatalogueTestSupport.h"
 #include "QuorinSite.h"
 #include "QuorinSiteFaults.h"
@@ -37,69 +38,12 @@
 namespace {
 const QString freeComic = QStringLiteral("10007");
 
-struct Launch
+struct Launch : AppTestWindow
 {
-    QObject observer;
-    bool autoLoginAnswered = false;
-    std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
-    std::unique_ptr<VORAAppDelegate> delegate;
+    using AppTestWindow::AppTestWindow;
 
-    explicit Launch(QSize size)
-    {
-        NotificationCenter::defaultCenter().addObserver(
-            &observer, QString::fromUtf8(VORANotificationNames::userViewPostInfo),
-            [this](const Notification &) { autoLoginAnswered = true; });
-        delegate = std::make_unique<VORAAppDelegate>(layer.get());
-        delegate->setShowsWindow(true);
-        delegate->setInitialSize(size.width(), size.height());
-        delegate->didFinishLaunching();
-    }
-    ~Launch()
-    {
-        delegate.reset();
-        layer.reset();
-    }
-    VORARootViewController *root() const { return delegate->rootViewController(); }
     VORAReadHomePageViewController *reader() const { return root()->readHomePageViewController(); }
     VORAComicViewManager *strip() const { return reader() ? reader()->comicViewManager() : nullptr; }
-    QQuickWindow *window() const { return delegate->window(); }
-    QQuickItem *item(const QString &name) const
-    {
-        if (!window())
-            return nullptr;
-        QList<QQuickItem *> queue{window()->contentItem()};
-        while (!queue.isEmpty()) {
-            QQuickItem *it = queue.takeFirst();
-            if (it->objectName() == name && it->isVisible())
-                return it;
-            queue.append(it->childItems());
-        }
-        return nullptr;
-    }
-    QPoint centreOf(QQuickItem *it) const
-    {
-        window()->grabWindow(); // lay the scene out first
-        return it->mapToScene(QPointF(it->width() / 2, it->height() / 2)).toPoint();
-    }
-    bool click(const QString &name) const
-    {
-        QQuickItem *it = item(name);
-        if (!it)
-            return false;
-        QTest::mouseClick(window(), Qt::LeftButton, {}, centreOf(it));
-        return true;
-    }
-    void tap(QPoint at) const { QTest::mouseClick(window(), Qt::LeftButton, {}, at); }
-    // A finger swipe across the window, in steps.
-    void swipe(QPoint from, int dx, int stepMs = 16) const
-    {
-        window()->grabWindow();
-        QTest::mousePress(window(), Qt::LeftButton, {}, from);
-        const int steps = 10;
-        for (int i = 1; i <= steps; ++i)
-            QTest::mouseMove(window(), from + QPoint(dx * i / steps, 0), stepMs);
-        QTest::mouseRelease(window(), Qt::LeftButton, {}, from + QPoint(dx, 0), stepMs);
-    }
     // The strip at rest on the page.
     bool restsOn(int index) const
     {
@@ -112,13 +56,6 @@ struct Launch
     {
         VORAPictureImageView *view = page(index);
         return view && view->state() == VORAPictureImageView::Shown;
-    }
-    void shot(const char *name) const
-    {
-        if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window())
-            return;
-        QTest::qWait(400); // the fade of a page and the bars' slide
-        window()->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
     }
 };
 } // namespace

@@ -7,6 +7,7 @@
 // With QUORIN_WRITE_SCREENSHOTS=1 the playing page is written to
 // docs/screenshots in both read modes.
 
+#include "AppTestWindow.h"
 #include "../catalogue/CatalogueTestSupport.h"
 #include "QuorinSite.h"
 #include "TestHome.h"
@@ -43,71 +44,17 @@ namespace {
 const QString crowdedComic = QStringLiteral("10001");
 const QString emptyText = QStringLiteral("吐槽不能为空，请输入吐槽内容");
 
-struct App
+struct App : AppTestWindow
 {
-    QObject observer;
-    bool autoLoginAnswered = false;
-    std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
-    std::unique_ptr<VORAAppDelegate> delegate;
+    using AppTestWindow::AppTestWindow;
+    using AppTestWindow::drag;
 
-    explicit App(QSize size)
-    {
-        NotificationCenter::defaultCenter().addObserver(
-            &observer, QString::fromUtf8(VORANotificationNames::userViewPostInfo),
-            [this](const Notification &) { autoLoginAnswered = true; });
-        delegate = std::make_unique<VORAAppDelegate>(layer.get());
-        delegate->setShowsWindow(true);
-        delegate->setInitialSize(size.width(), size.height());
-        delegate->didFinishLaunching();
-    }
-    ~App()
-    {
-        NotificationCenter::defaultCenter().removeObserver(&observer);
-        delegate.reset();
-        layer.reset();
-    }
-    VORARootViewController *root() const { return delegate->rootViewController(); }
     VORAReadHomePageViewController *reader() const { return root()->readHomePageViewController(); }
     VORAComicViewManager *strip() const { return reader() ? reader()->comicViewManager() : nullptr; }
-    QQuickWindow *window() const { return delegate->window(); }
     VORAPictureImageView *page(int index) const { return strip() ? strip()->pageViewAt(index) : nullptr; }
     VORATucaoPlayback *playback(int index) const { return page(index) ? page(index)->tucaoPlayback() : nullptr; }
     bool pageShown(int index) const { return page(index) && page(index)->state() == VORAPictureImageView::Shown; }
 
-    QList<QQuickItem *> items(const QString &name, QQuickItem *from = nullptr) const
-    {
-        QList<QQuickItem *> found;
-        if (!window())
-            return found;
-        QList<QQuickItem *> queue{from ? from : window()->contentItem()};
-        while (!queue.isEmpty()) {
-            QQuickItem *it = queue.takeFirst();
-            if (!it->isVisible())
-                continue;
-            if (it->objectName() == name)
-                found.append(it);
-            queue.append(it->childItems());
-        }
-        return found;
-    }
-    QQuickItem *item(const QString &name) const
-    {
-        const QList<QQuickItem *> list = items(name);
-        return list.isEmpty() ? nullptr : list.first();
-    }
-    QPoint centreOf(QQuickItem *it) const
-    {
-        window()->grabWindow(); // lay the scene out first
-        return it->mapToScene(QPointF(it->width() / 2, it->height() / 2)).toPoint();
-    }
-    bool click(const QString &name) const
-    {
-        QQuickItem *it = item(name);
-        if (!it)
-            return false;
-        QTest::mouseClick(window(), Qt::LeftButton, {}, centreOf(it));
-        return true;
-    }
     // The tucao delegates drawn over the current page.
     QList<QQuickItem *> tucaoViews() const
     {
@@ -146,13 +93,6 @@ struct App
         for (int i = 1; i <= 8; ++i)
             QTest::mouseMove(window(), from + by * i / 8, 16);
         QTest::mouseRelease(window(), Qt::LeftButton, {}, from + by, 16);
-    }
-    void shot(const char *name) const
-    {
-        if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window())
-            return;
-        QTest::qWait(500); // the tucao coming in, the bars' slide
-        window()->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
     }
 };
 

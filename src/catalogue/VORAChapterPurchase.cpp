@@ -89,3 +89,13 @@ VORAChapterPurchase::Answer VORAChapterPurchase::readBuyAnswer(const VORABuyChap
     }
     return Answer::Bought;
 }
+
+void VORAChapterPurchase::sendBuyRequest(VORABuyChapterService *service, const QString &comicId,
+                                         const QStringList &chapterIds, QObject *delegate)
+{
+    service->cancelRequest();
+    service->comicId = comicId;
+    service->chapterArray = chapterIds;
+    VORAUtility::showLoadingViewWithParentView(delegate, QStringLiteral("购买中"));
+    service->asynchronousRequestWithDelegate(delegate);
+}

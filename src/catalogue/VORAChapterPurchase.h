@@ -42,6 +42,11 @@ public:
     // The coins a purchase of these chapters took.
     static qint64 costOf(const QList<VORAChapterInfoDTO> &chapters, const QStringList &chapterIds);
 
+    // Sends a purchase of these chapters of the comic (an earlier one on the
+    // service is dropped) with the busy indicator "购买中" over delegate.
+    static void sendBuyRequest(VORABuyChapterService *service, const QString &comicId,
+                               const QStringList &chapterIds, QObject *delegate);
+
     enum class Answer { Bought, TransportFailed, NoSuccessCode, Refused };
     // Reads the purchase answer and shows what the user must see: "购买失败"
     // on a transport error, the site's message when it refused ("data" ->

@@ -579,11 +579,7 @@ void VORAComicHomePageView::buyChapters(const QStringList &chapterIds, int buyTy
     if (chapterIds.isEmpty() || m_comicId.isEmpty())
         return;
     m_buyType = buyType;
-    m_buyService->cancelRequest();
-    m_buyService->comicId = m_comicId;
-    m_buyService->chapterArray = chapterIds;
-    VORAUtility::showLoadingViewWithParentView(this, QStringLiteral("购买中"));
-    m_buyService->asynchronousRequestWithDelegate(this);
+    VORAChapterPurchase::sendBuyRequest(m_buyService, m_comicId, chapterIds, this);
 }
 
 void VORAComicHomePageView::handleBuyAnswer(const NetError *error)

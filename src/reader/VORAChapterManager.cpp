@@ -215,11 +215,7 @@ void VORAChapterManager::buyChapters(const QStringList &chapterIds, int buyType)
     if (chapterIds.isEmpty() || m_comicId.isEmpty())
         return;
     m_buyType = buyType;
-    m_buyService->cancelRequest();
-    m_buyService->comicId = m_comicId;
-    m_buyService->chapterArray = chapterIds;
-    VORAUtility::showLoadingViewWithParentView(this, QStringLiteral("购买中"));
-    m_buyService->asynchronousRequestWithDelegate(this);
+    VORAChapterPurchase::sendBuyRequest(m_buyService, m_comicId, chapterIds, this);
 }
 
 void VORAChapterManager::requestDidFinishWithService(VORAHttpBaseWebService *service, const NetError *error)

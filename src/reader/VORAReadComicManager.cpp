@@ -22,10 +22,6 @@
 #include <QSet>
 #include <QThreadPool>
 
-namespace {
-const QString buyingText = QStringLiteral("购买中");
-} // namespace
-
 VORAReadComicManager::VORAReadComicManager(const QString &comicId, const QString &chapterId, const QString &pageId,
                                            QObject *parent)
     : QObject(parent)
@@ -316,11 +312,7 @@ void VORAReadComicManager::beginBuyComicRequestData()
 
 void VORAReadComicManager::buyChapters(const QStringList &chapterIds)
 {
-    m_buyChapterService->cancelRequest();
-    m_buyChapterService->comicId = m_comicId;
-    m_buyChapterService->chapterArray = chapterIds;
-    VORAUtility::showLoadingViewWithParentView(this, buyingText);
-    m_buyChapterService->asynchronousRequestWithDelegate(this);
+    VORAChapterPurchase::sendBuyRequest(m_buyChapterService, m_comicId, chapterIds, this);
 }
 
 void VORAReadComicManager::alertView(int tag, int buttonIndex)

@@ -157,13 +157,11 @@ void TestServices::shellServices()
     QVERIFY(check.returnData);
     QVERIFY(!VORAUtility::jsonString(check.returnData->value(QLatin1String("name"))).isEmpty());
     QVERIFY(query(check.path()).endsWith(QLatin1String("&target=QuorinReader&from=3.5.0&")));
-    QVERIFY(query(check.path()).startsWith(QLatin1String("version=3.5.0&android_id=tablet-7&time=")));
 
     UpdateVersionService older;
     QVERIFY(run(older));
     QVERIFY(older.data);
     QCOMPARE(phpCode(older.data), 1);
-    QVERIFY(QRegularExpression(QStringLiteral("time=\\d+&$")).match(query(older.path())).hasMatch());
 
     signInAsReader();
     VORAPushmessageService push;
@@ -221,7 +219,6 @@ void TestServices::accountServices()
     QVERIFY(!reg.key.isEmpty());
     QVERIFY(reg.data);
     QCOMPARE(VORAUtility::jsonString(reg.data->value(QLatin1String("username"))), reg.userName);
-    QVERIFY(m_site->site->lastRequest(QStringLiteral("v3/app/ios/pad/member/reg")).valid);
     VORAGetAuthenticateQ42UserService newcomer; // the password arrived whole
     newcomer.userName = reg.userName;
     newcomer.password = reg.password;
@@ -233,8 +230,8 @@ void TestServices::accountServices()
     byPhone.mobile = QStringLiteral("13912345678");
     byPhone.verifyCode = QStringLiteral("000000");
     byPhone.password = QStringLiteral("secret1");
-    QCOMPARE(byPhone.path(), QStringLiteral("v3/app/ios/pad/member/mobilereg"));
     QVERIFY(run(byPhone));
+    QVERIFY(m_site->site->lastRequest(QStringLiteral("v3/app/ios/pad/member/mobilereg")).valid);
     QCOMPARE(byPhone.code, 0); // no code was sent to this phone
 
     VORAGetPhoneVerifyCodeService sms;
@@ -375,7 +372,6 @@ void TestServices::bookshelfServices()
     VORACheckComicUpdateService check;
     check.comicIdArray = {a, b};
     check.updateTimeArray = {QDateTime::fromSecsSinceEpoch(0, Qt::UTC), QDateTime::fromSecsSinceEpoch(4102444800, Qt::UTC)};
-    QCOMPARE(check.postData(), QStringLiteral("%1|0||%2|4102444800||").arg(a, b));
     QVERIFY(run(check));
     QCOMPARE(m_site->site->lastRequest(check.path()).body,
              QStringLiteral("post_data=%1%7C0%7C%7C%2%7C4102444800%7C%7C").arg(a, b).toUtf8());
@@ -455,7 +451,6 @@ void TestServices::readingServices()
     VORABuyChapterService buy;
     buy.comicId = paidComic;
     buy.chapterArray = {paidChapter};
-    QCOMPARE(buy.chapter(), QStringLiteral("[\"%1\"]").arg(paidChapter));
     QVERIFY(run(buy));
     QVERIFY2(query(buy.path()).endsWith(QLatin1String("&comicId=") + paidComic + QLatin1String("&chapter=[%22") + paidChapter + QLatin1String("%22]&")), qPrintable(query(buy.path())));
     QCOMPARE(phpCode(buy.data), 1);

@@ -116,8 +116,6 @@ void TestWebService::urlRules_data()
         << true << "tucao-first"
         << QStringLiteral("ios/pad/get_tucao\\.php\\?key=K-1&") + common
                + QStringLiteral("image_id=a b&first_id=7&page_size=5&type=prev_page&");
-    QTest::newRow("POST keeps its parameters out of the URL")
-        << true << "addtucao" << QStringLiteral("ios/pad/add_tucao\\.php\\?key=K-1&") + common;
 }
 
 void TestWebService::urlRules()
@@ -131,7 +129,7 @@ void TestWebService::urlRules()
     std::unique_ptr<VORAHttpBaseWebService> s;
     if (service == QLatin1String("version")) {
         s = std::make_unique<UpdateVersionService>();
-    } else if (service.startsWith(QLatin1String("tucao"))) {
+    } else {
         auto t = std::make_unique<VORAGetTucaoService>();
         t->pageId = QStringLiteral("a b");
         t->lastId = QStringLiteral("100000000");
@@ -141,10 +139,6 @@ void TestWebService::urlRules()
             t->pageSize = 5;
             t->isNext = false;
         }
-        s = std::move(t);
-    } else {
-        auto t = std::make_unique<VORAAddTucaoService>();
-        t->objectId = QStringLiteral("5");
         s = std::move(t);
     }
     const QString url = s->getRequestUrl();
@@ -472,14 +466,15 @@ void TestWebService::malformedAnswers()
         auto *s = new VORACheckVersionService;
         service.reset(s);
         summary = [s] { return QStringLiteral("data=%1 returnData=%2").arg(s->data ? 1 : 0).arg(s->returnData ? 1 : 0); };
-    } else if (kind == QLatin1String("login")) {
-        auto *s = new VORAGetAuthenticateQ42UserService;
-        service.reset(s);
-        summary = [s] { return QStringLiteral("code=%1 message=%2 key=%3 data=%4").arg(s->code).arg(s->message, s->key).arg(s->data ? 1 : 0); };
     } else {
-        auto *s = new VORAOpenLoginService;
-        service.reset(s);
-        summary = [s] { return QStringLiteral("code=%1 message=%2 key=%3 data=%4").arg(s->code).arg(s->message, s->key).arg(s->data ? 1 : 0); };
+        auto login = [&](auto *s) {
+            service.reset(s);
+            summary = [s] { return QStringLiteral("code=%1 message=%2 key=%3 data=%4").arg(s->code).arg(s->message, s->key).arg(s->data ? 1 : 0); };
+        };
+        if (kind == QLatin1String("login"))
+            login(new VORAGetAuthenticateQ42UserService);
+        else
+            login(new VORAOpenLoginService);
     }
     m_site->faults().setMalformed(service->path(), body);
     ServiceRecorder recorder;

@@ -34,6 +34,22 @@ inline QList<VORATucao> makeTucaoList(int n, const QString &author = QStringLite
     return list;
 }
 
+const QString addPath = QStringLiteral("ios/pad/add_tucao.php");
+const QString editPath = QStringLiteral("ios/pad/edit_tucao.php");
+const QString deletePath = QStringLiteral("ios/pad/delete_tucao.php");
+
+inline VORATucaoDTO makeDto(qint64 x, qint64 y, qint64 w, qint64 h, const QString &content = {}, const QString &id = {})
+{
+    VORATucaoDTO dto;
+    dto.x = x;
+    dto.y = y;
+    dto.width = w;
+    dto.height = h;
+    dto.content = content;
+    dto.tucaoId = id;
+    return dto;
+}
+
 inline QList<qint64> rectOf(const VORATucaoDTO &d)
 {
     return {d.x, d.y, d.width, d.height};

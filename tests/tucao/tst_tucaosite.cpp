@@ -22,10 +22,6 @@
 #include <QUrlQuery>
 
 namespace {
-const QString addPath = QStringLiteral("ios/pad/add_tucao.php");
-const QString editPath = QStringLiteral("ios/pad/edit_tucao.php");
-const QString deletePath = QStringLiteral("ios/pad/delete_tucao.php");
-
 bool run(VORAHttpBaseWebService &service)
 {
     ServiceWaiter waiter;
@@ -138,13 +134,7 @@ VORATucao TestTucaoSite::publishDirectly(const QString &text)
     VORATucaoPublisher publisher;
     publisher.setPagePlacement(m_placement);
     QSignalSpy published(&publisher, &VORATucaoPublisher::published);
-    VORATucaoDTO dto;
-    dto.content = text;
-    dto.x = 100;
-    dto.y = 50;
-    dto.width = 120;
-    dto.height = 40;
-    publisher.publishTucao(dto, m_page.pageId);
+    publisher.publishTucao(makeDto(100, 50, 120, 40, text), m_page.pageId);
     if (!QTest::qWaitFor([&]() { return !published.isEmpty(); }, 10000))
         return VORATucao();
     return published.first().first().value<VORATucao>();
@@ -199,7 +189,6 @@ void TestTucaoSite::publishMoveDelete()
     QCOMPARE(mine.content, text);
     QCOMPARE(mine.userId, QStringLiteral("100001"));
     QCOMPARE(rectOf(mine), rectOf(expected));
-    QCOMPARE(playback.tucaoWithId(mine.tucaoId)->content, text);
     QCOMPARE(playback.count(), 1);
 
     // What went over the wire: the add service's names, and the time of sending.
@@ -295,13 +284,7 @@ void TestTucaoSite::otherAccountRefused()
     QSignalSpy deleted(&publisher, &VORATucaoPublisher::deleted);
     QSignalSpy removedFromPage(&publisher, &VORATucaoPublisher::removedFromPage);
 
-    VORATucaoDTO dto;
-    dto.tucaoId = mine.tucaoId;
-    dto.content = mine.content;
-    dto.x = 10;
-    dto.y = 10;
-    dto.width = 50;
-    dto.height = 50;
+    const VORATucaoDTO dto = makeDto(10, 10, 50, 50, mine.content, mine.tucaoId);
     QVERIFY(publisher.confirmEdit(dto));
     QTRY_COMPARE_WITH_TIMEOUT(closeEdit.count(), 1, 10000);
     QCOMPARE(notices.last().first().toString(), QStringLiteral("只能修改自己的吐槽"));
@@ -344,13 +327,6 @@ void TestTucaoSite::transportFailures()
     if (kind != QLatin1String("add")) {
         mine = publishDirectly(uniqueText("to fail"));
         QVERIFY(!mine.tucaoId.isEmpty());
-    } else {
-        mine.content = uniqueText("never sent");
-        mine.userId = QStringLiteral("100001");
-        mine.x = 40;
-        mine.y = 700;
-        mine.width = 100;
-        mine.height = 50;
     }
 
     const QString path = kind == QLatin1String("add") ? addPath : kind == QLatin1String("edit") ? editPath : deletePath;
@@ -369,7 +345,7 @@ void TestTucaoSite::transportFailures()
     publisher.setPagePlacement(m_placement);
     std::unique_ptr<VORATuCaoEditManager> edit =
         kind == QLatin1String("add")
-            ? std::make_unique<VORATuCaoEditManager>(mine.content, QPointF(300, 300), m_placement, 1)
+            ? std::make_unique<VORATuCaoEditManager>(uniqueText("never sent"), QPointF(300, 300), m_placement, 1)
             : std::make_unique<VORATuCaoEditManager>(mine, m_placement, 1);
     wire(publisher, *edit);
     QSignalSpy notices(&publisher, &VORATucaoPublisher::noticeShown);
@@ -395,9 +371,7 @@ void TestTucaoSite::transportFailures()
     QCOMPARE(removedFromPage.count(), kind == QLatin1String("delete") ? 1 : 0);
 
     // Once the site answers again, the same panel gets through.
-    m_env.site->faults().clear();
-    m_env.pointAtSite();
-    ASIHTTPRequest::setDefaultTimeOutSeconds(15);
+    cleanup();
     if (kind == QLatin1String("delete"))
         edit->deleteTuCaoView();
     else
@@ -441,12 +415,7 @@ void TestTucaoSite::oddAnswers()
     QSignalSpy notices(&publisher, &VORATucaoPublisher::noticeShown);
     QSignalSpy closeEdit(&publisher, &VORATucaoPublisher::closeEditRequested);
     QSignalSpy published(&publisher, &VORATucaoPublisher::published);
-    VORATucaoDTO dto;
-    dto.content = uniqueText("odd");
-    dto.x = 20;
-    dto.y = 20;
-    dto.width = 60;
-    dto.height = 30;
+    const VORATucaoDTO dto = makeDto(20, 20, 60, 30, uniqueText("odd"));
     QVERIFY(publisher.publishTucao(dto, m_page.pageId));
     QVERIFY(!publisher.publishTucao(dto, m_page.pageId)); // one at a time
     QTRY_COMPARE_WITH_TIMEOUT(closeEdit.count(), 1, 10000);

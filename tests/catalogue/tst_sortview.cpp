@@ -57,9 +57,6 @@ private:
 void TestSortView::initTestCase()
 {
     QVERIFY(m_env.start());
-    VORASortView view;
-    QCOMPARE(view.requestDelay(), 2000); // the default the tests shorten
-    QCOMPARE(int(VORASortView::categorySwitchDelay), 500);
 }
 
 void TestSortView::cleanup()
@@ -129,7 +126,6 @@ void TestSortView::filterButtonsSendTheirWireValues()
     // Behind the panel for the delay, nothing sent yet.
     QVERIFY(view->loadingPanel());
     QCOMPARE(view->openMenu(), 0);
-    QCOMPARE(view->btnInt(), tag);
     QCOMPARE(m_env.site->requestCount(listPath), before);
     QTRY_VERIFY_WITH_TIMEOUT(!answered.isEmpty(), 10000);
     QVERIFY(!view->loadingPanel());
@@ -224,7 +220,6 @@ void TestSortView::layoutsAndMenus()
     QCOMPARE(view->sortTableType(), 0);
     QCOMPARE(view->rowHeight(), 205);
     QCOMPARE(view->tableRowCount(), (n + 2) / 3);
-    QCOMPARE(view->layoutButtonImage(), QStringLiteral("readmenuchapter.png"));
 
     view->setPopbutton(115);
     QCOMPARE(view->openMenu(), 115);
@@ -241,11 +236,8 @@ void TestSortView::layoutsAndMenus()
     QCOMPARE(view->sortTableType(), 1);
     QCOMPARE(view->rowHeight(), 156);
     QCOMPARE(view->tableRowCount(), n);
-    QCOMPARE(view->layoutButtonImage(), QStringLiteral("tablelayout.png"));
-    QCOMPARE(view->layoutButtonPressedImage(), QStringLiteral("tablelayoutpressed.png"));
     view->layoutBtn();
     QCOMPARE(view->sortTableType(), 0);
-    QCOMPARE(view->layoutButtonPressedImage(), QStringLiteral("readmenuchapter_pressed.png"));
 
     // Buttons outside the tables do nothing.
     view->switchFilter(117);
@@ -270,7 +262,6 @@ void TestSortView::failuresKeepTheList()
     QCOMPARE(view->comicList()->count(), 30);
     QVERIFY(view->noNetwork()->isVisible());
     QCOMPARE(view->noNetwork()->text(), VORASortView::requestFailedText);
-    QCOMPARE(view->noNetwork()->tag(), 8888);
 
     // The panel's retry asks for the page that failed.
     m_env.site->faults().clear();

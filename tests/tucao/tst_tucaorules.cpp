@@ -23,6 +23,7 @@
 
 #include <cmath>
 #include <tuple>
+#include <utility>
 
 namespace {
 // A page drawn at half its pixel size: the page view's width over an image
@@ -44,7 +45,6 @@ class TestTucaoRules : public QObject
 
 private slots:
     void initTestCase();
-    void groupSize_data();
     void groupSize();
     void conversion_data();
     void conversion();
@@ -75,26 +75,16 @@ void TestTucaoRules::initTestCase()
     QVERIFY(m_env.start());
 }
 
-void TestTucaoRules::groupSize_data()
-{
-    QTest::addColumn<QSizeF>("image");
-    QTest::addColumn<int>("group");
-    QTest::newRow("1000x1500") << QSizeF(1000, 1500) << 33;
-    QTest::newRow("300x400") << QSizeF(300, 400) << 2;
-    QTest::newRow("exactly 45,000 px") << QSizeF(150, 300) << 1;
-    QTest::newRow("just under 45,000 px") << QSizeF(150, 299) << 0;
-    QTest::newRow("tiny") << QSizeF(10, 10) << 0;
-    QTest::newRow("no image") << QSizeF() << 0;
-}
-
 void TestTucaoRules::groupSize()
 {
-    QFETCH(QSizeF, image);
-    QFETCH(int, group);
-    QCOMPARE(VORATucaoGeometry::tucaoNumPerPage(image), group);
-    VORATucaoPlayback playback;
-    playback.setImageSize(image);
-    QCOMPARE(playback.tucaoNumPerPage(), group);
+    // One tucao per 45,000 pixels: 33, 2, the boundary at 45,000, then 0.
+    for (const auto &[image, group] : {std::pair{QSizeF(1000, 1500), 33}, {QSizeF(300, 400), 2}, {QSizeF(150, 300), 1},
+                                       {QSizeF(150, 299), 0}, {QSizeF(10, 10), 0}, {QSizeF(), 0}}) {
+        QCOMPARE(VORATucaoGeometry::tucaoNumPerPage(image), group);
+        VORATucaoPlayback playback;
+        playback.setImageSize(image);
+        QCOMPARE(playback.tucaoNumPerPage(), group);
+    }
 }
 
 void TestTucaoRules::conversion_data()

@@ -17,6 +17,8 @@
 #include <QTest>
 #include <QUrlQuery>
 
+#include <tuple>
+
 namespace {
 const QString listPath = QStringLiteral("ios/pad/list.php");
 constexpr int shortDelay = 20;
@@ -34,7 +36,6 @@ class TestSortView : public QObject
 private slots:
     void initTestCase();
     void cleanup();
-    void rowsForCount_data();
     void rowsForCount();
     void filterButtonsSendTheirWireValues_data();
     void filterButtonsSendTheirWireValues();
@@ -72,24 +73,11 @@ std::unique_ptr<VORASortView> TestSortView::makeView()
     return view;
 }
 
-void TestSortView::rowsForCount_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("layout");
-    QTest::addColumn<int>("rows");
-    QTest::newRow("grid, none") << 0 << 0 << 0;
-    QTest::newRow("grid, 31") << 31 << 0 << 11;
-    QTest::newRow("grid, 30") << 30 << 0 << 10;
-    QTest::newRow("list, 31") << 31 << 1 << 31;
-    QTest::newRow("list, 1") << 1 << 1 << 1;
-}
-
 void TestSortView::rowsForCount()
 {
-    QFETCH(int, count);
-    QFETCH(int, layout);
-    QFETCH(int, rows);
-    QCOMPARE(VORASortView::rowsForCount(count, layout), rows);
+    // {count, layout (0 grid of three, 1 list), rows}
+    for (const auto &[count, layout, rows] : {std::tuple{0, 0, 0}, {31, 0, 11}, {30, 0, 10}, {31, 1, 31}, {1, 1, 1}})
+        QCOMPARE(VORASortView::rowsForCount(count, layout), rows);
 }
 
 void TestSortView::filterButtonsSendTheirWireValues_data()

@@ -3,6 +3,8 @@
 // The app shell started in a real (offscreen) window for the window suites,
 // with the clicks, taps, swipes and drags a finger would make.
 
+#include "QuorinSite.h"
+#include "TestHome.h"
 #include "VORAAppDelegate.h"
 #include "VORAOverlayLayer.h"
 #include "VORARootViewController.h"
@@ -12,10 +14,62 @@
 #include <QPoint>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSGRendererInterface>
 #include <QSize>
 #include <QTest>
 
 #include <memory>
+
+// Software drawing, and the in-process site in the home with the app pointed at it.
+inline std::unique_ptr<QuorinSite> startSite(const TestHome &home)
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    auto site = std::make_unique<QuorinSite>(QuorinSiteOptions{home.filePath(QStringLiteral("site"))});
+    if (site->listen() == 0)
+        return nullptr;
+    qputenv("QUORIN_API_BASE", site->baseUrl().toString().toUtf8());
+    return site;
+}
+
+// Every item of that name below from, the visible ones only unless hidden ones
+// are asked for too (delegates are no QObject children of their views).
+inline QList<QQuickItem *> namedItems(QQuickItem *from, const QString &name, bool hiddenToo = false)
+{
+    QList<QQuickItem *> found;
+    QList<QQuickItem *> queue{from};
+    while (!queue.isEmpty()) {
+        QQuickItem *it = queue.takeFirst();
+        if (!hiddenToo && !it->isVisible())
+            continue;
+        if (it->objectName() == name)
+            found.append(it);
+        queue.append(it->childItems());
+    }
+    return found;
+}
+// Positioners place their children when the scene is polished, before the next
+// frame: lay the scene out first, or a button may still stand where its row began.
+inline QPoint sceneCentre(QQuickWindow *window, QQuickItem *it)
+{
+    window->grabWindow();
+    return it->mapToScene(QPointF(it->width() / 2, it->height() / 2)).toPoint();
+}
+inline bool clickItem(QQuickWindow *window, QQuickItem *it)
+{
+    if (!it)
+        return false;
+    QTest::mouseClick(window, Qt::LeftButton, {}, sceneCentre(window, it));
+    return true;
+}
+// With QUORIN_WRITE_SCREENSHOTS=1, the window into docs/screenshots/, once pictures
+// decoded off the main thread, fades and slides have arrived.
+inline bool writeShot(QQuickWindow *window, const QString &name)
+{
+    if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window)
+        return true;
+    QTest::qWait(600);
+    return window->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + name);
+}
 
 struct AppTestWindow
 {
@@ -24,13 +78,13 @@ struct AppTestWindow
     std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
     std::unique_ptr<VORAAppDelegate> delegate;
 
-    explicit AppTestWindow(QSize size)
+    explicit AppTestWindow(QSize size = QSize(1024, 768), bool showsWindow = true)
     {
         NotificationCenter::defaultCenter().addObserver(
             &observer, QString::fromUtf8(VORANotificationNames::userViewPostInfo),
             [this](const Notification &) { autoLoginAnswered = true; });
         delegate = std::make_unique<VORAAppDelegate>(layer.get());
-        delegate->setShowsWindow(true);
+        delegate->setShowsWindow(showsWindow);
         delegate->setInitialSize(size.width(), size.height());
         delegate->didFinishLaunching();
     }
@@ -44,45 +98,27 @@ struct AppTestWindow
     AppTestWindow &operator=(const AppTestWindow &) = delete;
 
     VORARootViewController *root() const { return delegate->rootViewController(); }
+    // The home page shown (no welcome pages over it) and the start-up's sign-in answered.
+    bool started() const
+    {
+        if (!window())
+            return false;
+        root()->showHomePage();
+        return QTest::qWaitFor([this] { return autoLoginAnswered; }, 10000);
+    }
     QQuickWindow *window() const { return delegate->window(); }
 
-    // Every visible item of that name below from (the window's content by default).
-    QList<QQuickItem *> items(const QString &name, QQuickItem *from = nullptr) const
+    QList<QQuickItem *> items(const QString &name, QQuickItem *from = nullptr, bool hiddenToo = false) const
     {
-        QList<QQuickItem *> found;
-        if (!window())
-            return found;
-        QList<QQuickItem *> queue{from ? from : window()->contentItem()};
-        while (!queue.isEmpty()) {
-            QQuickItem *it = queue.takeFirst();
-            if (!it->isVisible())
-                continue;
-            if (it->objectName() == name)
-                found.append(it);
-            queue.append(it->childItems());
-        }
-        return found;
+        return window() ? namedItems(from ? from : window()->contentItem(), name, hiddenToo) : QList<QQuickItem *>();
     }
     QQuickItem *item(const QString &name) const
     {
         const QList<QQuickItem *> list = items(name);
         return list.isEmpty() ? nullptr : list.first();
     }
-    // Positioners place their children when the scene is polished, before the next
-    // frame: lay the scene out first, or a button may still stand where its row began.
-    QPoint centreOf(QQuickItem *it) const
-    {
-        window()->grabWindow();
-        return it->mapToScene(QPointF(it->width() / 2, it->height() / 2)).toPoint();
-    }
-    bool click(const QString &name) const
-    {
-        QQuickItem *it = item(name);
-        if (!it)
-            return false;
-        QTest::mouseClick(window(), Qt::LeftButton, {}, centreOf(it));
-        return true;
-    }
+    QPoint centreOf(QQuickItem *it) const { return sceneCentre(window(), it); }
+    bool click(const QString &name) const { return clickItem(window(), item(name)); }
     void tap(QPoint at) const { QTest::mouseClick(window(), Qt::LeftButton, {}, at); }
     // A finger swipe across the window, in steps.
     void swipe(QPoint from, int dx, int stepMs = 16) const
@@ -104,13 +140,5 @@ struct AppTestWindow
             QTest::mouseMove(window(), (start + QPointF(0, dy * i / steps)).toPoint(), 16);
         QTest::mouseRelease(window(), Qt::LeftButton, {}, (start + QPointF(0, dy)).toPoint(), 16);
     }
-    // With QUORIN_WRITE_SCREENSHOTS=1, the window into docs/screenshots/, once pictures
-    // decoded off the main thread, fades and slides have arrived.
-    void shot(const char *name) const
-    {
-        if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window())
-            return;
-        QTest::qWait(600);
-        window()->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
-    }
+    void shot(const char *name) const { writeShot(window(), QLatin1String(name)); }
 };

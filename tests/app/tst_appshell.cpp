@@ -4,29 +4,19 @@
 // detail overlay under the settings panel, the start-up without network,
 // rotation and the screenshots of the feed.
 
-#include "QuorinSite.h"
+#include "AppTestWindow.h"
 #include "QuorinSiteFaults.h"
-#include "TestHome.h"
-#include "VORAAppDelegate.h"
 #include "VORAFeedScreenshot.h"
 #include "VORAImageProvider.h"
-#include "VORAOverlayLayer.h"
-#include "VORARootViewController.h"
 #include "WelcomeViewController.h"
 #include "catalogue/VORANetWorkNoLinking.h"
 #include "catalogue/VORARecommentView.h"
 #include "core/VORAAppGlobalData.h"
-#include "core/VORANotificationNames.h"
-#include "platform/NotificationCenter.h"
 
 #include <QDir>
 #include <QImage>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSGRendererInterface>
 #include <QSignalSpy>
 #include <QTcpServer>
-#include <QTest>
 #include <QUrlQuery>
 
 #include <memory>
@@ -37,62 +27,17 @@ const QString autoLoginPath = QStringLiteral("v3/app/ios/pad/member/autologin");
 const QString versionPath = QStringLiteral("v3/app/ios/pad/version/newVersion");
 }
 
-// One start of the app: the overlay layer and the delegate after its launch.
-struct Launch
+// One start of the app; its items are found hidden or not.
+struct Launch : AppTestWindow
 {
-    std::unique_ptr<VORAOverlayLayer> layer = std::make_unique<VORAOverlayLayer>();
-    std::unique_ptr<VORAAppDelegate> delegate;
-
-    Launch(bool window, QSize size = QSize(1024, 768))
-    {
-        delegate = std::make_unique<VORAAppDelegate>(layer.get());
-        delegate->setShowsWindow(window);
-        delegate->setInitialSize(size.width(), size.height());
-        delegate->didFinishLaunching();
-    }
-    ~Launch()
-    {
-        delegate.reset();
-        layer.reset();
-    }
-    VORARootViewController *root() const { return delegate->rootViewController(); }
+    explicit Launch(bool window, QSize size = QSize(1024, 768)) : AppTestWindow(size, window) {}
     VORARecommentView *feed() const { return root()->recommentView(); }
-    QQuickWindow *window() const { return delegate->window(); }
-    // Searches the visual tree (delegates are not QObject children of their views).
     QQuickItem *item(const QString &name) const
     {
-        if (!window())
-            return nullptr;
-        QList<QQuickItem *> queue{window()->contentItem()};
-        while (!queue.isEmpty()) {
-            QQuickItem *it = queue.takeFirst();
-            if (it->objectName() == name)
-                return it;
-            queue.append(it->childItems());
-        }
-        return nullptr;
-    }
-    bool click(const QString &name) const
-    {
-        QQuickItem *it = item(name);
-        if (!it || !it->isVisible())
-            return false;
-        // Positioners place their children when the scene is polished, before the next
-        // frame: lay the scene out first, or a button may still stand where its row began.
-        window()->grabWindow();
-        const QPointF centre = it->mapToScene(QPointF(it->width() / 2, it->height() / 2));
-        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
-        return true;
+        const QList<QQuickItem *> list = items(name, nullptr, true);
+        return list.isEmpty() ? nullptr : list.first();
     }
 };
-
-// With QUORIN_WRITE_SCREENSHOTS=1 a few more states go to docs/screenshots.
-void saveDocScreenshot(QQuickWindow *window, const char *name)
-{
-    if (qEnvironmentVariableIntValue("QUORIN_WRITE_SCREENSHOTS") != 1 || !window)
-        return;
-    window->grabWindow().save(QStringLiteral(QUORIN_SOURCE_DIR "/docs/screenshots/") + QLatin1String(name));
-}
 
 class TestAppShell : public QObject
 {
@@ -121,10 +66,8 @@ private:
 
 void TestAppShell::initTestCase()
 {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions{m_home.filePath(QStringLiteral("site"))});
-    QVERIFY(m_site->listen() != 0);
-    qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
+    m_site = startSite(m_home);
+    QVERIFY(m_site);
 }
 
 void TestAppShell::cleanup()
@@ -156,7 +99,7 @@ void TestAppShell::welcomePagesOnTheFirstLaunchOnly()
         QVERIFY(view);
         QTRY_VERIFY(view->isVisible());
         QTRY_COMPARE(VORAImageProvider::pendingCount(), 0);
-        saveDocScreenshot(first.window(), "welcome.png");
+        first.shot("welcome.png");
 
         // Rotation swaps the pictures.
         first.window()->resize(768, 1024);
@@ -292,7 +235,7 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     QTRY_VERIFY(detail->isVisible());
     QCOMPARE(app.item(QStringLiteral("detailName"))->property("text").toString(), feed->recommentArray().at(0).comicName);
     QTRY_COMPARE(VORAImageProvider::pendingCount(), 0);
-    saveDocScreenshot(app.window(), "detail.png");
+    app.shot("detail.png");
     // A second tap reuses it.
     feed->touchImageView(1);
     QCOMPARE(app.root()->comicDetail().value("comicId").toString(), feed->recommentArray().at(1).comicId);
@@ -305,7 +248,7 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     QTRY_VERIFY(app.item(QStringLiteral("settingsPanel"))->isVisible());
     QTRY_COMPARE(app.item(QStringLiteral("settingsPanel"))->x(), 1024 - app.item(QStringLiteral("settingsPanel"))->width());
     QTRY_COMPARE(app.item(QStringLiteral("dimming777777"))->opacity(), 0.6);
-    saveDocScreenshot(app.window(), "settings.png");
+    app.shot("settings.png");
 
     // An alert through the layer: the sign-out confirmation, answered by a
     // click on its second button ("取消"), which keeps the user signed in.
@@ -314,7 +257,7 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     QTRY_VERIFY(app.item(QStringLiteral("alertBox")) && app.item(QStringLiteral("alertBox"))->isVisible());
     QCOMPARE(app.item(QStringLiteral("alertMessage"))->property("text").toString(),
              app.layer->alertMessages().value(0));
-    saveDocScreenshot(app.window(), "alert.png");
+    app.shot("alert.png");
     QVERIFY(app.click(QStringLiteral("alertButton1")));
     QVERIFY(app.layer->alerts().isEmpty());
     QVERIFY(VORAAppGlobalData::shareAppGlobalData()->user()->isLogin());

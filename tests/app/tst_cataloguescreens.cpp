@@ -6,35 +6,16 @@
 
 #include "AppTestWindow.h"
 #include "../catalogue/CatalogueTestSupport.h"
-#include "QuorinSite.h"
-#include "QuorinSiteFaults.h"
-#include "TestHome.h"
-#include "VORAAppDelegate.h"
-#include "VORAOverlayLayer.h"
-#include "VORARootViewController.h"
 #include "catalogue/VORAChapterView.h"
 #include "catalogue/VORACloudView.h"
 #include "catalogue/VORAComicHomePageView.h"
 #include "catalogue/VORAComicListModel.h"
 #include "catalogue/VORASearchView.h"
 #include "catalogue/VORASortView.h"
-#include "core/VORANotificationNames.h"
-#include "platform/NotificationCenter.h"
 
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QSGRendererInterface>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <memory>
-
-namespace {
-struct Launch : AppTestWindow
-{
-    using AppTestWindow::AppTestWindow;
-};
-} // namespace
 
 class TestCatalogueScreens : public QObject
 {
@@ -53,20 +34,15 @@ private:
 
 void TestCatalogueScreens::initTestCase()
 {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions{m_home.filePath(QStringLiteral("site"))});
-    QVERIFY(m_site->listen() != 0);
-    qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
+    m_site = startSite(m_home);
+    QVERIFY(m_site);
 }
 
 void TestCatalogueScreens::categoryPagedToItsEnd()
 {
-    Launch app(QSize(1024, 768));
-    QVERIFY(app.window());
+    AppTestWindow app;
+    QVERIFY(app.started());
     QTRY_VERIFY(app.item(QStringLiteral("button101")));
-    if (QQuickItem *welcome = app.item(QStringLiteral("welcomeView")))
-        Q_UNUSED(welcome);
-    app.root()->showHomePage(); // no welcome pages over the screens
 
     QVERIFY(app.click(QStringLiteral("button101")));
     VORASortView *sort = app.root()->sortView();
@@ -121,9 +97,8 @@ void TestCatalogueScreens::categoryPagedToItsEnd()
 
 void TestCatalogueScreens::searchFromTheCloudThenDetailAndSort()
 {
-    Launch app(QSize(1024, 768));
-    QVERIFY(app.window());
-    app.root()->showHomePage();
+    AppTestWindow app;
+    QVERIFY(app.started());
     QTRY_VERIFY(app.item(QStringLiteral("button107")));
     QVERIFY(app.click(QStringLiteral("button107")));
     VORASearchView *search = app.root()->searchView();
@@ -186,11 +161,9 @@ void TestCatalogueScreens::searchFromTheCloudThenDetailAndSort()
 
 void TestCatalogueScreens::buyingAChapterThroughTheDialogs()
 {
-    Launch app(QSize(1024, 768));
-    QVERIFY(app.window());
-    app.root()->showHomePage();
+    AppTestWindow app;
     // The start-up's silent sign-in (refused: no key yet) must not land after ours.
-    QTRY_VERIFY_WITH_TIMEOUT(app.autoLoginAnswered, 10000);
+    QVERIFY(app.started());
     QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     global->appStatus()->setFromAppStore(0);

@@ -78,12 +78,6 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     auto fav = reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", SiteTestClient::b64("10003|add|1700000000||10004|add|1700000100||")}});
     QCOMPARE(fav.json.value("code").toInt(), 1);
     QCOMPARE(fav.json.value("data").toArray().size(), 2);
-    for (const QJsonValue &v : fav.json.value("data").toArray()) {
-        QVERIFY_SHAPE(v.toObject(), "comic_id:d name:s cover:s first_letter:s last_update_time:i "
-                                                       "last_update_chapter_id:d last_update_chapter_name:s "
-                                                       "last_read_chapter_id:s last_read_chapter_name:s sort:i");
-        QCOMPARE(v.toObject().value("sort").toInt(), 2); // updated since 2023
-    }
     fav = reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", SiteTestClient::b64("10004|delete|1700000200||")}});
     QCOMPARE(fav.json.value("data").toArray().size(), 1);
     QCOMPARE(fav.json.value("data").toArray().first().toObject().value("comic_id").toString(), QStringLiteral("10003"));
@@ -144,14 +138,9 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     const QJsonObject page = pageList.at(1).toObject();
     const QString imageId = page.value("image_id").toString();
 
-    // The older purchase service, for the rich account.
+    // A second user, for what the reader's own actions must not let others do.
     SiteTestClient rich(m_site->baseUrl());
     QCOMPARE(rich.signIn("rich", "rich123").value("coin").toInt(), 100000);
-    const auto old = rich.post(QStringLiteral("ios/pad/buy_chapter.php"),
-                               {{"comic_id", "10002"}, {"chapter", QJsonDocument(all).toJson(QJsonDocument::Compact)}});
-    QCOMPARE(old.json.value("code").toInt(), 1);
-    const int richCoins = old.json.value("coin").toInt();
-    QVERIFY(richCoins < 100000);
 
     // Tucao: add two, move one, the other user can neither move nor delete it, delete the other.
     auto add = [&](const QString &content, int x) {

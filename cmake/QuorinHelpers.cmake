@@ -7,16 +7,6 @@ function(quorin_add_library name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS
        "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
   get_filename_component(parent "${CMAKE_CURRENT_SOURCE_DIR}" DIRECTORY)
-  list(FILTER sources INCLUDE REGEX "\\.cpp$")
-  if(NOT sources)
-    # A folder whose first class has not arrived yet.
-    add_library(${name} INTERFACE)
-    target_include_directories(${name} INTERFACE "${parent}")
-    target_link_libraries(${name} INTERFACE ${ARG_DEPS})
-    return()
-  endif()
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS
-       "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
   add_library(${name} STATIC ${sources})
   target_include_directories(${name} PUBLIC "${parent}" "${CMAKE_CURRENT_BINARY_DIR}")
   target_link_libraries(${name} PUBLIC ${ARG_DEPS})

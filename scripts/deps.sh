@@ -3,10 +3,9 @@
 set -euo pipefail
 packages=(
   g++ cmake ninja-build ccache pkg-config
-  qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-httpserver-dev qt6-websockets-dev
-  qt6-image-formats-plugins qml6-module-qtquick qml6-module-qtquick-controls
-  qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtquick-templates
-  qml6-module-qtqml-workerscript qml6-module-qttest libgl-dev
+  qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools
+  qt6-image-formats-plugins qml6-module-qtquick qml6-module-qtquick-layouts
+  qml6-module-qtquick-window qml6-module-qtqml-workerscript libgl-dev
   libsqlite3-dev sqlite3 zlib1g-dev fonts-noto-cjk xvfb xauth python3
 )
 missing=()

@@ -4,8 +4,8 @@
 // detail overlay under the settings panel, the start-up without network,
 // rotation and the screenshots of the feed.
 
-#include "AppTestWindow.h"
 #include "QuorinSiteFaults.h"
+#include "ReaderTestWindow.h"
 #include "VORAFeedScreenshot.h"
 #include "VORAImageProvider.h"
 #include "WelcomeViewController.h"
@@ -14,9 +14,11 @@
 #include "core/VORAAppGlobalData.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QImage>
 #include <QSignalSpy>
 #include <QTcpServer>
+#include <QTimer>
 #include <QUrlQuery>
 
 #include <memory>
@@ -25,6 +27,25 @@ namespace {
 const QString listPath = QStringLiteral("ios/pad/list.php");
 const QString autoLoginPath = QStringLiteral("v3/app/ios/pad/member/autologin");
 const QString versionPath = QStringLiteral("v3/app/ios/pad/version/newVersion");
+
+// The frames the window draws in ms milliseconds: a measurement, not a wait.
+int framesDrawnOver(QQuickWindow *window, int ms)
+{
+    int frames = 0;
+    const QMetaObject::Connection counter = QObject::connect(window, &QQuickWindow::frameSwapped, window, [&frames] { ++frames; });
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+    QObject::disconnect(counter);
+    return frames;
+}
+
+bool insideWindow(QQuickWindow *window, QQuickItem *it)
+{
+    window->grabWindow(); // positioners place their children before a frame
+    const QRectF r = it->mapRectToScene(QRectF(0, 0, it->width(), it->height()));
+    return QRectF(QPointF(0, 0), QSizeF(window->size())).contains(r);
+}
 }
 
 // One start of the app; its items are found hidden or not.
@@ -53,6 +74,10 @@ private slots:
     void failedRequestShowsThePanelAndRetryRecovers();
     void currentButtonDoesNothingAndSettingsKeepTheDetail();
     void bannerInTheWindow();
+    void everyButtonOnScreen_data();
+    void everyButtonOnScreen();
+    void stillScreensDrawNoFrame_data();
+    void stillScreensDrawNoFrame();
     void startWithoutNetwork();
     void signInAndVersionCheckAtStart();
     void rotationAndScreenshots();
@@ -287,6 +312,11 @@ void TestAppShell::bannerInTheWindow()
     const qreal width = strip->width();
     QVERIFY(width > 0);
 
+    // A tap on the first slide opens its comic.
+    app.tap(app.centreOf(strip));
+    QCOMPARE(app.root()->comicDetail().value("comicId").toString(), feed->slideArray().at(0).comicId);
+    app.root()->removeComicDetailAndDownloadDeitail();
+
     // The timer moves the strip page by page.
     feed->setTimerInterval(50);
     QTRY_VERIFY(feed->timeCount() >= 2);
@@ -318,6 +348,73 @@ void TestAppShell::bannerInTheWindow()
     QVERIFY(!feed->reloadingUp());
     QCOMPARE(m_site->requestCount(listPath), requests + 1);
     QVERIFY(app.root()->comicDetail().isEmpty()); // the drag was no tap
+    QCOMPARE(strip->width(), width); // the refresh keeps the banner's size
+}
+
+void TestAppShell::everyButtonOnScreen_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("800x600") << QSize(800, 600);
+    QTest::newRow("1280x800") << QSize(1280, 800);
+    QTest::newRow("1366x768") << QSize(1366, 768);
+    QTest::newRow("portrait 768x1024") << QSize(768, 1024);
+}
+
+void TestAppShell::everyButtonOnScreen()
+{
+    QFETCH(QSize, size);
+    Launch app(true, size);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("cell0")), 10000);
+    QCOMPARE(app.window()->size(), size);
+    for (const QVariant &button : app.root()->buttons()) {
+        const QString name = QStringLiteral("button%1").arg(button.toMap().value("tag").toInt());
+        QVERIFY2(insideWindow(app.window(), app.item(name)), qPrintable(name));
+    }
+    // Cards wide enough for their titles; the banner at its pictures' aspect.
+    QVERIFY(app.item(QStringLiteral("cell0"))->width() >= 260);
+    QQuickItem *banner = app.item(QStringLiteral("feedBanner"));
+    QCOMPARE(banner->height(), qreal(qRound(banner->width() * 400 / 1024)));
+    QVERIFY(insideWindow(app.window(), banner));
+
+    QVERIFY(app.click(QStringLiteral("button108")));
+    QTRY_COMPARE(app.item(QStringLiteral("settingsPanel"))->x(), size.width() - app.item(QStringLiteral("settingsPanel"))->width());
+    QVERIFY(insideWindow(app.window(), app.item(QStringLiteral("closeSettings"))));
+}
+
+void TestAppShell::stillScreensDrawNoFrame_data()
+{
+    QTest::addColumn<QString>("screen");
+    QTest::newRow("feed") << "feed";
+    QTest::newRow("detail page") << "detail";
+    QTest::newRow("settings panel") << "settings";
+    QTest::newRow("reader at rest") << "reader";
+}
+
+void TestAppShell::stillScreensDrawNoFrame()
+{
+    QFETCH(QString, screen);
+    ReaderTestWindow app(QSize(1366, 768));
+    QVERIFY(app.started());
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("cell0")), 10000);
+    app.root()->recommentView()->setTimerInterval(600000); // no slide while counting
+    if (screen == QLatin1String("detail")) {
+        QVERIFY(app.click(QStringLiteral("cell0")));
+        QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("chapter0")), 10000);
+    } else if (screen == QLatin1String("settings")) {
+        QVERIFY(app.click(QStringLiteral("button108")));
+    } else if (screen == QLatin1String("reader")) {
+        app.root()->openReader(app.root()->recommentView()->recommentArray().at(0).comicId, QString(),
+                               QStringLiteral("kFirstPage"));
+        QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0) && app.restsOn(0), 10000);
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(VORAImageProvider::pendingCount(), 0, 10000);
+    // Once fades and slides have ended, a still screen draws nothing.
+    QTRY_VERIFY_WITH_TIMEOUT(framesDrawnOver(app.window(), 500) == 0, 8000);
+    QCOMPARE(framesDrawnOver(app.window(), 2000), 0);
+    if (screen == QLatin1String("feed")) { // the count sees the banner's slides
+        app.root()->recommentView()->setTimerInterval(100);
+        QVERIFY(framesDrawnOver(app.window(), 600) > 0);
+    }
 }
 
 void TestAppShell::startWithoutNetwork()

@@ -343,13 +343,16 @@ Rectangle {
             anchors.centerIn: parent
             spacing: 16
             Rectangle {
+                id: waitRing
                 anchors.horizontalCenter: parent.horizontalCenter
                 width: 44; height: 44; radius: 22
                 color: "transparent"
                 border.color: "#FF7043"
                 border.width: 4
                 Rectangle { width: 12; height: 12; radius: 6; color: "#FFFCF8"; x: 30; y: 2 }
-                RotationAnimation on rotation { from: 0; to: 360; duration: 900; loops: Animation.Infinite; running: parent.visible }
+                // Turns only while it is on screen: a running animation draws
+                // frames even under a hidden item.
+                RotationAnimation on rotation { from: 0; to: 360; duration: 900; loops: Animation.Infinite; running: waitRing.visible }
             }
             Text {
                 text: page.home ? page.home.waitText : ""

@@ -1,12 +1,17 @@
 import QtQuick
 
 // The banner: one page per slide, five pages at least (the timer cycles over
-// five whatever the slide count), moved by the feed's timeCount.
+// five whatever the slide count), moved by the feed's timeCount. Its height
+// follows its width at the slides' aspect, so a picture is never cropped.
 Rectangle {
     id: banner
     property QtObject feed
     property string fontFamily
     readonly property int pageCount: Math.max(5, feed ? feed.slides.length : 0)
+    // The site's slide pictures are 1024 × 400.
+    readonly property real aspect: 1024 / 400
+
+    implicitHeight: Math.round(width / aspect)
 
     radius: 14
     color: "#3B3F58"
@@ -56,10 +61,17 @@ Rectangle {
                     Image {
                         id: picture
                         anchors.fill: parent
-                        fillMode: Image.PreserveAspectCrop
+                        fillMode: Image.PreserveAspectFit
                         asynchronous: true
                         source: parent.slide && parent.slide.comicCover !== ""
                                 ? "image://quorin/net/" + encodeURIComponent(parent.slide.comicCover) : ""
+                    }
+                    // A tap opens the slide shown (its comic or its link); a
+                    // swipe is the strip's.
+                    MouseArea {
+                        objectName: "slide" + index
+                        anchors.fill: parent
+                        onClicked: if (banner.feed) banner.feed.handleTapGesture()
                     }
                 }
             }
@@ -72,10 +84,6 @@ Rectangle {
             if (!strip.moving)
                 strip.contentX = banner.width * banner.feed.timeCount
         }
-    }
-
-    TapHandler {
-        onTapped: if (banner.feed) banner.feed.handleTapGesture()
     }
 
     Row {

@@ -1,12 +1,16 @@
 import QtQuick
 
-// The recommendation feed: tabs, banner, a grid of three comics a row and
-// pull-to-refresh. Everything it shows comes from VORARecommentView.
+// The recommendation feed: tabs, banner, a grid of comics and pull-to-refresh.
+// Everything it shows comes from VORARecommentView. The grid holds three
+// comics a row where a card keeps at least minCellWidth, fewer in a narrow
+// window.
 Rectangle {
     id: view
     property QtObject feed
     property string fontFamily
-    readonly property real cellWidth: (grid.width - 24) / 3
+    readonly property int minCellWidth: 260
+    readonly property int columns: Math.max(1, Math.min(3, Math.floor((grid.width + 12) / (minCellWidth + 12))))
+    readonly property real cellWidth: (grid.width - 12 * (columns - 1)) / columns
 
     radius: 18
     color: "#FFFCF8"
@@ -78,7 +82,7 @@ Rectangle {
         anchors.margins: 12
         anchors.topMargin: 12
         clip: true
-        model: view.feed ? view.feed.rowCount : 0
+        model: view.feed ? Math.ceil(view.feed.comics.length / view.columns) : 0
         boundsBehavior: Flickable.DragOverBounds
         cacheBuffer: 400
 
@@ -87,11 +91,13 @@ Rectangle {
         header: Item {
             width: grid.width
             height: banner.height + 14
+            // At most 400 high: wider windows centre it.
             FeedBanner {
                 id: banner
                 objectName: "feedBanner"
-                width: parent.width
-                height: Math.round(Math.min(300, Math.max(200, width * 0.32)))
+                width: Math.min(parent.width, Math.round(400 * aspect))
+                height: implicitHeight
+                anchors.horizontalCenter: parent.horizontalCenter
                 feed: view.feed
                 fontFamily: view.fontFamily
             }
@@ -103,12 +109,12 @@ Rectangle {
             spacing: 12
             height: view.feed ? view.feed.rowHeight : 205
             Repeater {
-                model: view.feed ? Math.min(3, view.feed.comics.length - row.rowIndex * 3) : 0
+                model: view.feed ? Math.min(view.columns, view.feed.comics.length - row.rowIndex * view.columns) : 0
                 delegate: FeedCell {
                     width: view.cellWidth
                     height: row.height - 12
-                    comicIndex: row.rowIndex * 3 + index
-                    comic: view.feed.comics[row.rowIndex * 3 + index]
+                    comicIndex: row.rowIndex * view.columns + index
+                    comic: view.feed.comics[comicIndex]
                     fontFamily: view.fontFamily
                     onTapped: view.feed.touchImageView(comicIndex)
                 }

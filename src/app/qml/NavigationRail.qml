@@ -1,9 +1,15 @@
 import QtQuick
 
+// The row of main buttons: a rail down the left side in landscape, a bar along
+// the bottom in portrait. It scrolls when the window is too small to hold every
+// button, so each one stays reachable.
 Rectangle {
     id: rail
     property bool landscape: true
     property string fontFamily
+    // Short windows drop the emblem's name and tighten the buttons.
+    readonly property bool compact: landscape ? height < 720 : width < 640
+    readonly property int buttonCount: rootController.buttons.length
 
     gradient: Gradient {
         orientation: rail.landscape ? Gradient.Vertical : Gradient.Horizontal
@@ -15,13 +21,14 @@ Rectangle {
         id: logo
         visible: rail.landscape
         source: "image://quorin/art/applogo.png"
-        width: 60; height: 60
+        width: rail.compact ? 44 : 60; height: width
         x: (rail.width - width) / 2
-        y: 18
+        y: rail.compact ? 10 : 18
         asynchronous: true
     }
     Text {
-        visible: rail.landscape
+        id: brand
+        visible: rail.landscape && !rail.compact
         anchors.top: logo.bottom
         anchors.topMargin: 2
         anchors.horizontalCenter: parent.horizontalCenter
@@ -32,46 +39,64 @@ Rectangle {
         font.bold: true
     }
 
-    Grid {
-        id: buttons
-        columns: rail.landscape ? 1 : rootController.buttons.length
-        spacing: rail.landscape ? 12 : 40
-        x: rail.landscape ? (rail.width - width) / 2 : (rail.width - width) / 2
-        y: rail.landscape ? 118 : (rail.height - height) / 2
+    Flickable {
+        id: scroller
+        objectName: "railScroller"
+        y: rail.landscape ? (rail.compact ? logo.y + logo.height + 10 : 118) : 0
+        width: rail.width
+        height: rail.height - y
+        contentWidth: rail.landscape ? width : buttons.x + buttons.width + buttons.barSpacing
+        contentHeight: rail.landscape ? buttons.height + 10 : height
+        flickableDirection: rail.landscape ? Flickable.VerticalFlick : Flickable.HorizontalFlick
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: rail.landscape ? contentHeight > height : contentWidth > width
+        clip: true
 
-        Repeater {
-            model: rootController.buttons
-            delegate: Rectangle {
-                id: button
-                objectName: "button" + modelData.tag
-                readonly property bool current: rootController.currentTag === modelData.tag
-                                                || (modelData.tag === 108 && rootController.settingsOpen)
-                width: 72; height: rail.landscape ? 72 : 60
-                radius: 16
-                color: current ? "#FF7043" : (area.pressed ? "#55FFFFFF" : "transparent")
-                Behavior on color { ColorAnimation { duration: 150 } }
-                Image {
-                    id: icon
-                    source: "image://quorin/art/" + modelData.icon
-                    width: rail.landscape ? 32 : 28; height: width
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    y: rail.landscape ? 10 : 6
-                    asynchronous: true
-                }
-                Text {
-                    anchors.top: icon.bottom
-                    anchors.topMargin: 4
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    text: modelData.title
-                    color: "white"
-                    font.family: rail.fontFamily
-                    font.pixelSize: 14
-                    font.bold: button.current
-                }
-                MouseArea {
-                    id: area
-                    anchors.fill: parent
-                    onClicked: rootController.switchView(modelData.tag)
+        Grid {
+            id: buttons
+            readonly property int buttonWidth: 72
+            // In the bottom bar the buttons share the width out, never closer than 4.
+            readonly property real barSpacing: Math.max(4, Math.min(40, (rail.width - rail.buttonCount * buttonWidth)
+                                                                         / (rail.buttonCount + 1)))
+            columns: rail.landscape ? 1 : rail.buttonCount
+            spacing: rail.landscape ? (rail.compact ? 6 : 12) : barSpacing
+            x: rail.landscape ? (rail.width - width) / 2 : Math.max(barSpacing, (rail.width - width) / 2)
+            y: rail.landscape ? 0 : (rail.height - height) / 2
+
+            Repeater {
+                model: rootController.buttons
+                delegate: Rectangle {
+                    id: button
+                    objectName: "button" + modelData.tag
+                    readonly property bool current: rootController.currentTag === modelData.tag
+                                                    || (modelData.tag === 108 && rootController.settingsOpen)
+                    width: buttons.buttonWidth
+                    height: rail.landscape ? (rail.compact ? 62 : 72) : 60
+                    radius: 16
+                    color: current ? "#FF7043" : (area.pressed ? "#55FFFFFF" : "transparent")
+                    Image {
+                        id: icon
+                        source: "image://quorin/art/" + modelData.icon
+                        width: rail.landscape && !rail.compact ? 32 : 28; height: width
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        y: rail.landscape && !rail.compact ? 10 : 6
+                        asynchronous: true
+                    }
+                    Text {
+                        anchors.top: icon.bottom
+                        anchors.topMargin: 4
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        text: modelData.title
+                        color: "white"
+                        font.family: rail.fontFamily
+                        font.pixelSize: 14
+                        font.bold: button.current
+                    }
+                    MouseArea {
+                        id: area
+                        anchors.fill: parent
+                        onClicked: rootController.switchView(modelData.tag)
+                    }
                 }
             }
         }

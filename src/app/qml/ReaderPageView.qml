@@ -140,6 +140,7 @@ Item {
         spacing: 14
         visible: root.page !== null && root.page.state !== 1
         Rectangle {
+            id: loadingRing
             anchors.horizontalCenter: parent.horizontalCenter
             width: 54; height: 54; radius: 27
             color: "transparent"
@@ -154,7 +155,8 @@ Item {
             RotationAnimator on rotation {
                 from: 0; to: 360; duration: 900
                 loops: Animation.Infinite
-                running: parent.visible && root.visible
+                // Only while the ring shows: a running animator keeps the window drawing.
+                running: loadingRing.visible
             }
         }
         Text {

@@ -72,6 +72,7 @@ Rectangle {
         width: 180; height: 120; radius: 16
         color: "#CC2E3047"
         Item {
+            id: loadingSpinner
             anchors.horizontalCenter: parent.horizontalCenter
             y: 18
             width: 44; height: 44
@@ -85,7 +86,7 @@ Rectangle {
                     opacity: 0.25 + index / 10
                 }
             }
-            RotationAnimator on rotation { from: 0; to: 360; duration: 1000; loops: Animation.Infinite; running: parent.visible && root.visible }
+            RotationAnimator on rotation { from: 0; to: 360; duration: 1000; loops: Animation.Infinite; running: loadingSpinner.visible }
         }
         Text {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -279,6 +279,17 @@ QImage icon(const QString &name)
             p.drawPoint(QPointF(18, y));
             p.drawLine(QPointF(32, y), QPointF(80, y));
         }
+    } else if (name == QLatin1String("searchglass")) {
+        // The magnifier again, grey: it stands in the white search field.
+        p.setPen(QPen(QColor(0xB3, 0xAC, 0xBD), 9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        p.drawEllipse(QPointF(42, 42), 24, 24);
+        p.drawLine(QPointF(60, 60), QPointF(82, 82));
+    } else if (name == QLatin1String("searchhistory")) {
+        // A clock, grey: it stands on the white history panel.
+        p.setPen(QPen(QColor(0x8A, 0x81, 0x97), 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        p.drawEllipse(QPointF(48, 48), 36, 36);
+        p.drawLine(QPointF(48, 48), QPointF(48, 24));
+        p.drawLine(QPointF(48, 48), QPointF(64, 58));
     } else if (name == QLatin1String("readluminance")) {
         // A sun.
         p.drawEllipse(QPointF(48, 48), 15, 15);
@@ -317,7 +328,8 @@ QStringList VORAArtwork::names()
                      QStringLiteral("btnsetting.png"),   QStringLiteral("applogo.png"),
                      QStringLiteral("btnsort.png"),      QStringLiteral("btnsearch.png"),
                      QStringLiteral("btnbookshelf.png"), QStringLiteral("btndownload.png"),
-                     QStringLiteral("btnuser.png"),
+                     QStringLiteral("btnuser.png"),      QStringLiteral("searchhistory.png"),
+                     QStringLiteral("searchglass.png"),
                      // The reader's bars.
                      QStringLiteral("readback.png"),     QStringLiteral("readbookmarkadd.png"),
                      QStringLiteral("readbookmarklist.png"), QStringLiteral("readchapterlist.png"),

@@ -28,12 +28,12 @@ Rectangle {
             height: 44
             radius: 22
             color: "white"
-            Text {
-                x: 18
+            Image {
+                x: 16
                 anchors.verticalCenter: parent.verticalCenter
-                text: "⌕"
-                color: "#B3ACBD"
-                font.pixelSize: 22
+                width: 20; height: 20
+                source: "image://quorin/art/searchglass.png"
+                asynchronous: true
             }
             TextInput {
                 id: input
@@ -294,10 +294,23 @@ Rectangle {
                 height: 38
                 color: historyArea.pressed ? "#FFF1EB" : "transparent"
                 radius: 8
-                Text {
+                Image {
+                    id: clock
+                    objectName: "historyClock"
                     x: 14
                     anchors.verticalCenter: parent.verticalCenter
-                    text: "🕘  " + modelData
+                    width: 18; height: 18
+                    source: "image://quorin/art/searchhistory.png"
+                    asynchronous: true
+                }
+                Text {
+                    anchors.left: clock.right
+                    anchors.leftMargin: 10
+                    anchors.right: parent.right
+                    anchors.rightMargin: 14
+                    elide: Text.ElideRight
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: modelData
                     color: "#2E3047"
                     font.family: view.fontFamily
                     font.pixelSize: 16

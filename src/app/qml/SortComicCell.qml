@@ -71,14 +71,18 @@ Rectangle {
             elide: Text.ElideRight
         }
         Row {
+            width: parent.width
             spacing: 12
             Text {
+                width: Math.min(implicitWidth, parent.width - (updated.visible ? updated.width + 12 : 0))
+                elide: Text.ElideRight
                 text: cell.comicAuthor
                 color: "#8A8197"
                 font.family: cell.fontFamily
                 font.pixelSize: 13
             }
             Text {
+                id: updated
                 visible: !cell.gridMode && cell.lastUpdate !== ""
                 text: "更新于 " + cell.lastUpdate
                 color: "#B3ACBD"
@@ -88,13 +92,15 @@ Rectangle {
         }
         Rectangle {
             visible: cell.clickTotal !== ""
-            width: clicks.implicitWidth + 16
+            width: Math.min(clicks.implicitWidth + 16, parent.width)
             height: 22
             radius: 11
             color: "#FFF1EB"
             Text {
                 id: clicks
                 anchors.centerIn: parent
+                width: Math.min(implicitWidth, parent.parent.width - 16)
+                elide: Text.ElideRight
                 text: "人气 " + cell.clickTotal
                 color: "#E0603A"
                 font.family: cell.fontFamily

@@ -2,13 +2,17 @@ import QtQuick
 
 // The category screen: a head with the three filter menus and the layout
 // button, the open menu's buttons, and the comics as a grid of three or as a
-// list, with pull-down reload and pull-up paging. Everything it shows comes
-// from VORASortView.
+// list, with pull-down reload and pull-up paging (or the wheel down to the
+// list's end). Everything it shows comes from VORASortView. The grid holds
+// three comics a row where a card keeps at least minCellWidth, fewer in a
+// narrow window.
 Rectangle {
     id: view
     property QtObject sort
     property string fontFamily
     readonly property bool gridMode: sort ? sort.sortTableType === 0 : true
+    readonly property int minCellWidth: 260
+    readonly property int columns: gridMode ? Math.max(1, Math.min(3, Math.floor(grid.width / (minCellWidth + 12)))) : 1
 
     radius: 18
     color: "#FFFCF8"
@@ -141,7 +145,7 @@ Rectangle {
         anchors.topMargin: 12
         clip: true
         model: view.sort ? view.sort.comics : null
-        cellWidth: view.gridMode ? Math.floor(width / 3) : width
+        cellWidth: Math.floor(width / view.columns)
         cellHeight: view.sort ? view.sort.rowHeight : 205
         boundsBehavior: Flickable.DragOverBounds
         cacheBuffer: 600
@@ -166,14 +170,22 @@ Rectangle {
             onTapped: view.sort.executeDown(comicIndex)
         }
 
+        // Under the last row: the pull-up prompt, or the end of the category
+        // when a page brought nothing (in place of the prompt, so that it
+        // covers no comic).
         footer: Item {
             objectName: "sortFooter"
             width: grid.width
             height: view.sort && view.sort.hasFooter ? 65 : 0
             visible: height > 0
             Text {
+                objectName: "sortFooterText"
                 anchors.centerIn: parent
-                text: view.sort && (view.sort.reloadingUp || view.sort.loadingPanel) ? "正在加载…"
+                width: Math.min(implicitWidth, parent.width - 24)
+                elide: Text.ElideRight
+                text: !view.sort ? ""
+                      : view.sort.textPanel !== "" ? view.sort.textPanel
+                      : (view.sort.reloadingUp || view.sort.loadingPanel) ? "正在加载…"
                       : (grid.pulledUp ? "松开加载更多" : "上拉加载更多")
                 color: "#9A8C80"
                 font.family: view.fontFamily
@@ -188,6 +200,12 @@ Rectangle {
                 view.sort.refreshTriggered(contentY - originY)
             else if (pulledUp)
                 view.sort.refreshTriggered(overshoot)
+        }
+        // The wheel (or a flick) that brings the footer into view asks for the
+        // next page as a pull-up past it does.
+        onAtYEndChanged: {
+            if (atYEnd && !dragging && count > 0 && contentHeight > height && view.sort && view.sort.hasFooter)
+                view.sort.refreshTriggered(overshoot > 0 ? overshoot : 1)
         }
 
         Item {
@@ -205,6 +223,17 @@ Rectangle {
                 font.pixelSize: 15
             }
         }
+    }
+
+    // While a menu is open, a click beside it only closes it.
+    MouseArea {
+        objectName: "menuShade"
+        anchors.top: head.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        visible: menu.visible
+        onClicked: view.sort.closemenuView()
     }
 
     // The open menu's filter buttons, dropped under the head.
@@ -260,10 +289,11 @@ Rectangle {
         }
     }
 
-    // Text-only panel: the end of the category.
+    // Text-only panel: the end of a category that has no comic at all (with
+    // comics, the footer says it).
     Rectangle {
         objectName: "sortTextPanel"
-        visible: view.sort && view.sort.textPanel !== ""
+        visible: view.sort && view.sort.textPanel !== "" && !view.sort.hasFooter
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 40

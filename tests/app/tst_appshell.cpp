@@ -1,8 +1,10 @@
 // The app in a real offscreen window against the in-process reference site:
-// welcome pages on the first launch only, the rating prompt on the 20th,
-// the feed's tabs, failure panel and retry through the QML, the buttons, the
-// detail overlay under the settings panel, the start-up without network,
-// rotation and the screenshots of the feed.
+// welcome pages on the first launch only, the rating prompt on the 20th, the
+// start-up with and without network, and the wiring of the feed and shell
+// (tabs, failure panel, buttons, banner, settings over the detail page), their
+// layouts from 800×600 up, still screens drawing no frame, and the feed's
+// screenshots. The feed's and the shell's rules are the catalogue and
+// services suites'.
 
 #include "QuorinSiteFaults.h"
 #include "ReaderTestWindow.h"
@@ -19,7 +21,6 @@
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTimer>
-#include <QUrlQuery>
 
 #include <memory>
 
@@ -70,7 +71,7 @@ private slots:
     void welcomePagesOnTheFirstLaunchOnly();
     void ratingPromptOnThe20thLaunchOnly_data();
     void ratingPromptOnThe20thLaunchOnly();
-    void tabsInTheWindowSendTheirWireValues();
+    void tabClickReachesTheFeed();
     void failedRequestShowsThePanelAndRetryRecovers();
     void currentButtonDoesNothingAndSettingsKeepTheDetail();
     void bannerInTheWindow();
@@ -118,10 +119,7 @@ void TestAppShell::welcomePagesOnTheFirstLaunchOnly()
         QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->appStatus()->appOpenCount(), 1);
         WelcomeViewController *welcome = first.root()->welcomeView();
         QVERIFY(welcome);
-        QCOMPARE(welcome->tag(), 4733801);
-        QCOMPARE(welcome->pages(), (QStringList{"welcome0", "welcome1", "welcome2", "welcome3", "welcome4"}));
         QQuickItem *view = first.item(QStringLiteral("welcomeView"));
-        QVERIFY(view);
         QTRY_VERIFY(view->isVisible());
         QTRY_COMPARE(VORAImageProvider::pendingCount(), 0);
         first.shot("welcome.png");
@@ -136,9 +134,7 @@ void TestAppShell::welcomePagesOnTheFirstLaunchOnly()
         // A tap on a picture page does nothing; the last page closes the view.
         QVERIFY(first.click(QStringLiteral("welcomeView")));
         QVERIFY(first.root()->welcomeView());
-        QQuickItem *pages = first.item(QStringLiteral("welcomePages"));
-        QVERIFY(pages);
-        QMetaObject::invokeMethod(pages, "positionViewAtEnd");
+        QMetaObject::invokeMethod(first.item(QStringLiteral("welcomePages")), "positionViewAtEnd");
         QTRY_VERIFY(first.item(QStringLiteral("welcomePage316323")));
         QVERIFY(first.click(QStringLiteral("welcomePage316323")));
         QTRY_VERIFY(!first.root()->welcomeView());
@@ -146,7 +142,6 @@ void TestAppShell::welcomePagesOnTheFirstLaunchOnly()
     }
     Launch second(true);
     QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->loadAppStatus()->appOpenCount(), 2);
-    QVERIFY(!second.root()->welcomeView());
     QVERIFY(!second.item(QStringLiteral("welcomeView"))->isVisible());
 }
 
@@ -156,7 +151,6 @@ void TestAppShell::ratingPromptOnThe20thLaunchOnly_data()
     QTest::newRow("19th") << 19;
     QTest::newRow("20th") << 20;
     QTest::newRow("21st") << 21;
-    QTest::newRow("40th") << 40;
 }
 
 void TestAppShell::ratingPromptOnThe20thLaunchOnly()
@@ -171,40 +165,21 @@ void TestAppShell::ratingPromptOnThe20thLaunchOnly()
     if (!prompted)
         return;
     const QVariantMap alert = app.layer->alerts().at(app.layer->alertMessages().indexOf(question)).toMap();
-    QCOMPARE(alert.value("title").toString(), QStringLiteral("温馨提醒"));
-    QCOMPARE(alert.value("buttons").toStringList(), (QStringList{QStringLiteral("喜欢"), QStringLiteral("不喜欢")}));
     QCOMPARE(app.delegate->alertType(), 1);
     QSignalSpy opened(app.delegate.get(), &VORAAppDelegate::openUrlRequested);
     app.layer->answerAlert(alert.value("alertId").toInt(), 0); // "like" opens the app's page
     QCOMPARE(opened.size(), 1);
 }
 
-void TestAppShell::tabsInTheWindowSendTheirWireValues()
+void TestAppShell::tabClickReachesTheFeed()
 {
     Launch app(true);
     QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("cell0")), 10000);
-    QCOMPARE(app.root()->currentTag(), 100);
-    QQuickItem *marker = app.item(QStringLiteral("tabMarker"));
-    QVERIFY(marker);
-
-    struct Row { int tag; const char *argname; const char *argval; const char *con; };
-    const Row rows[] = {{2001, "sort", "20", ""}, {2002, "serial", "0", "2"}, {2003, "serial", "1", "2"},
-                        {2000, "sort", "7", ""}};
-    for (const Row &row : rows) {
-        const int before = m_site->requestCount(listPath);
-        QSignalSpy answered(app.feed(), &VORARecommentView::answered);
-        QVERIFY(app.click(QStringLiteral("tab%1").arg(row.tag)));
-        QCOMPARE(app.feed()->curTag(), row.tag);
-        QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 1, 10000);
-        QCOMPARE(m_site->requestCount(listPath), before + 1);
-        const QUrlQuery query(QString::fromUtf8(m_site->lastRequest(listPath).query));
-        QCOMPARE(query.queryItemValue(QStringLiteral("argname")), QString::fromLatin1(row.argname));
-        QCOMPARE(query.queryItemValue(QStringLiteral("argval")), QString::fromLatin1(row.argval));
-        QCOMPARE(query.queryItemValue(QStringLiteral("con")), QString::fromLatin1(row.con));
-        QTRY_COMPARE(marker->x(), (row.tag - 2000) * 114.1 + 50.1);
-    }
-    // The grid draws ceil(n / 3) rows of three.
-    QVERIFY(app.item(QStringLiteral("cell2")));
+    QSignalSpy answered(app.feed(), &VORARecommentView::answered);
+    QVERIFY(app.click(QStringLiteral("tab2002")));
+    QCOMPARE(app.feed()->curTag(), 2002);
+    QTRY_COMPARE(app.item(QStringLiteral("tabMarker"))->x(), app.feed()->markerX());
+    QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 1, 10000);
 }
 
 void TestAppShell::failedRequestShowsThePanelAndRetryRecovers()
@@ -218,17 +193,13 @@ void TestAppShell::failedRequestShowsThePanelAndRetryRecovers()
     m_site->faults().setDropMidBody(listPath);
     QVERIFY(app.click(QStringLiteral("tab2001")));
     QTRY_VERIFY_WITH_TIMEOUT(panel->isVisible(), 10000);
-    QQuickItem *text = app.item(QStringLiteral("noNetworkText"));
-    QCOMPARE(text->property("text").toString(), QStringLiteral("请求服务器失败，网络信号不是太好哟~"));
-    QVERIFY(app.item(QStringLiteral("cell0"))); // the grid keeps its comics underneath
+    QCOMPARE(app.item(QStringLiteral("noNetworkText"))->property("text").toString(), app.feed()->noNetwork()->text());
 
     m_site->faults().clear();
     const int before = m_site->requestCount(listPath);
     QVERIFY(app.click(QStringLiteral("retryButton")));
     QTRY_VERIFY_WITH_TIMEOUT(!panel->isVisible() && !app.feed()->isLoading(), 10000);
     QCOMPARE(m_site->requestCount(listPath), before + 1);
-    const QUrlQuery query(QString::fromUtf8(m_site->lastRequest(listPath).query));
-    QCOMPARE(query.queryItemValue(QStringLiteral("argval")), QStringLiteral("20"));
 }
 
 void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
@@ -239,13 +210,7 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     const int requests = m_site->requestCount(listPath);
     QSignalSpy switched(app.root(), &VORARootViewController::currentChanged);
 
-    // Only the buttons whose screens exist are there.
-    QVERIFY(app.item(QStringLiteral("button100")));
-    QVERIFY(app.item(QStringLiteral("button108")));
-    QVERIFY(!app.item(QStringLiteral("button105")));
-    app.root()->switchView(105); // no screen in this build: nothing happens
-    QCOMPARE(app.root()->currentTag(), 100);
-
+    QVERIFY(!app.item(QStringLiteral("button105"))); // only the buttons whose screens exist
     QVERIFY(app.click(QStringLiteral("button100")));
     QCOMPARE(switched.size(), 0);
     QCOMPARE(app.feed(), feed);
@@ -254,22 +219,16 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     // A comic opens the detail overlay; the banner pauses under it.
     QVERIFY(app.click(QStringLiteral("cell0")));
     QCOMPARE(app.root()->comicDetail().value("tag").toInt(), 300000);
-    QCOMPARE(app.root()->comicDetail().value("comicId").toString(), feed->recommentArray().at(0).comicId);
     QVERIFY(!feed->isStop());
     QQuickItem *detail = app.item(QStringLiteral("comicDetail300000"));
     QTRY_VERIFY(detail->isVisible());
     QCOMPARE(app.item(QStringLiteral("detailName"))->property("text").toString(), feed->recommentArray().at(0).comicName);
     QTRY_COMPARE(VORAImageProvider::pendingCount(), 0);
     app.shot("detail.png");
-    // A second tap reuses it.
-    feed->touchImageView(1);
-    QCOMPARE(app.root()->comicDetail().value("comicId").toString(), feed->recommentArray().at(1).comicId);
 
     // Settings open over the detail and keep it.
     QVERIFY(app.click(QStringLiteral("button108")));
-    QVERIFY(app.root()->settingsOpen());
     QVERIFY(app.root()->hasComicDetail());
-    QCOMPARE(app.root()->dimmingAlpha(), 0.6);
     QTRY_VERIFY(app.item(QStringLiteral("settingsPanel"))->isVisible());
     QTRY_COMPARE(app.item(QStringLiteral("settingsPanel"))->x(), 1024 - app.item(QStringLiteral("settingsPanel"))->width());
     QTRY_COMPARE(app.item(QStringLiteral("dimming777777"))->opacity(), 0.6);
@@ -284,22 +243,18 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
              app.layer->alertMessages().value(0));
     app.shot("alert.png");
     QVERIFY(app.click(QStringLiteral("alertButton1")));
-    QVERIFY(app.layer->alerts().isEmpty());
     QVERIFY(VORAAppGlobalData::shareAppGlobalData()->user()->isLogin());
     QTRY_VERIFY(!app.item(QStringLiteral("alertBox"))->isVisible());
     QVERIFY(app.click(QStringLiteral("closeSettings")));
     QVERIFY(!app.root()->settingsOpen());
-    QCOMPARE(app.root()->dimmingAlpha(), 0.0);
     QVERIFY(app.root()->hasComicDetail());
 
     QTRY_VERIFY(!app.item(QStringLiteral("dimming777777"))->isVisible()); // faded out
     // The feed's button closes the detail even though the screen does not switch.
     QVERIFY(app.click(QStringLiteral("button100")));
     QVERIFY(!app.root()->hasComicDetail());
-    QVERIFY(feed->isStop());
     QTRY_VERIFY(!detail->isVisible());
     QCOMPARE(switched.size(), 0);
-    QCOMPARE(m_site->requestCount(listPath), requests);
 }
 
 void TestAppShell::bannerInTheWindow()
@@ -483,8 +438,7 @@ void TestAppShell::rotationAndScreenshots()
         QVERIFY(saved.at(0).at(1).toBool());
         const QImage image(saved.at(0).at(0).toString());
         QCOMPARE(image.size(), shot.size);
-        // Not a blank frame: the grid's cells are drawn.
-        QSet<QRgb> colours;
+        QSet<QRgb> colours; // not a blank frame: the cells are drawn
         for (int y = 0; y < image.height(); y += 37)
             for (int x = 0; x < image.width(); x += 41)
                 colours.insert(image.pixel(x, y));

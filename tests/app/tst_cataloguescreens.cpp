@@ -1,8 +1,9 @@
-// The catalogue screens in a real offscreen window against the in-process
-// reference site: a category opened from the shell's button and paged to its
-// end, a keyword from the search cloud, a result's detail page with its chapter
-// list sorted, and one detail page reused by every list. With
-// QUORIN_WRITE_SCREENSHOTS=1 each screen is written to docs/screenshots.
+// The catalogue screens' wiring in a real offscreen window against the
+// in-process reference site: a category opened from the shell's button, its
+// menus, paged by a finger and by the wheel to its end, a keyword from the
+// search cloud and the history, a result's detail page with its chapter list
+// sorted, the purchase dialogs. The screens' rules are the catalogue suites'.
+// With QUORIN_WRITE_SCREENSHOTS=1 each screen is written to docs/screenshots.
 
 #include "AppTestWindow.h"
 #include "../catalogue/CatalogueTestSupport.h"
@@ -58,10 +59,7 @@ void TestCatalogueScreens::categoryPagedToItsEnd()
     VORASortView *sort = app.root()->sortView();
     QVERIFY(sort);
     sort->setRequestDelay(40);
-    QTRY_VERIFY_WITH_TIMEOUT(sort->comicList()->count() > 0, 10000);
-    QCOMPARE(sort->comicCategory(), 1);
-    QTRY_VERIFY(app.item(QStringLiteral("sortView")));
-    QTRY_VERIFY(app.item(QStringLiteral("comic0")));
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("comic0")), 10000);
 
     // A click beside the open menu only closes it.
     QVERIFY(app.click(QStringLiteral("menu116")));
@@ -78,8 +76,7 @@ void TestCatalogueScreens::categoryPagedToItsEnd()
     QSignalSpy answered(sort, &VORASortView::answered);
     QVERIFY(app.click(QStringLiteral("filter121")));
     QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 1, 10000);
-    QCOMPARE(sort->comicCategory(), 0);
-    QVERIFY(!app.item(QStringLiteral("filterMenu")));
+    QCOMPARE(sort->btnInt(), 121);
 
     // The whole catalogue by update: two full pages, then the end.
     QVERIFY(app.click(QStringLiteral("menu115")));
@@ -116,7 +113,6 @@ void TestCatalogueScreens::categoryPagedToItsEnd()
     QVERIFY(app.click(QStringLiteral("comic1")));
     QTRY_VERIFY(app.root()->comicHomePageView());
     QCOMPARE(app.root()->comicHomePageView()->comicId(), sort->comicList()->comicAt(1)->comicId);
-    QTRY_VERIFY(app.item(QStringLiteral("comicDetail300000")));
 }
 
 void TestCatalogueScreens::searchFromTheCloudThenDetailAndSort()
@@ -176,17 +172,10 @@ void TestCatalogueScreens::searchFromTheCloudThenDetailAndSort()
     QVERIFY(app.click(QStringLiteral("chapterSortButton")));
     QTRY_COMPARE(app.item(QStringLiteral("chapter0"))->property("chapterId").toString(), serverOrder.first());
 
-    // A typed search opens through the same page object.
-    VORAComicHomePageView *same = home;
-    QVERIFY(app.click(QStringLiteral("closeDetail")));
-    QTRY_VERIFY(!app.root()->hasComicDetail());
-    search->openResult(search->comicList()->count() - 1);
-    QCOMPARE(app.root()->comicHomePageView(), same);
-
     // Portrait: the detail page stacks its head over the chapters.
     app.window()->resize(768, 1024);
     QTRY_VERIFY(!app.root()->isLandscape());
-    QTRY_VERIFY_WITH_TIMEOUT(same->state() == VORAComicHomePageView::Shown, 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(home->state() == VORAComicHomePageView::Shown, 10000);
     app.shot("detail-page-portrait.png");
 }
 
@@ -198,7 +187,6 @@ void TestCatalogueScreens::buyingAChapterThroughTheDialogs()
     QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     global->appStatus()->setFromAppStore(0);
-    const qint64 coins = global->user()->userCoin();
 
     app.root()->openComicDetail(QStringLiteral("10002"), QString(), QString());
     VORAComicHomePageView *home = app.root()->comicHomePageView();
@@ -223,8 +211,6 @@ void TestCatalogueScreens::buyingAChapterThroughTheDialogs()
     QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("alertMessage"))
                                  && app.item(QStringLiteral("alertMessage"))->property("text").toString() == QStringLiteral("章节购买成功"),
                              10000);
-    QCOMPARE(global->user()->userCoin(), coins - chapter.price);
-    QCOMPARE(home->chapterView()->index(row).data(VORAChapterView::MarkRole).toString(), QStringLiteral("comicbuyed"));
     app.shot("detail-bought.png");
     QVERIFY(app.click(QStringLiteral("alertButton1"))); // "进去阅读"
     QTRY_COMPARE(read.count(), 1);

@@ -201,6 +201,14 @@ QImage rule()
     return img;
 }
 
+// A magnifier in the pen given; the icons on white panels are grey.
+void drawMagnifier(QPainter &p, const QColor &colour, qreal width)
+{
+    p.setPen(QPen(colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.drawEllipse(QPointF(42, 42), 24, 24);
+    p.drawLine(QPointF(60, 60), QPointF(82, 82));
+}
+
 QImage icon(const QString &name)
 {
     QImage img(96, 96, QImage::Format_ARGB32_Premultiplied);
@@ -234,9 +242,7 @@ QImage icon(const QString &name)
         for (int i = 0; i < 4; ++i)
             p.drawRoundedRect(QRectF(16 + (i % 2) * 36, 16 + (i / 2) * 36, 28, 28), 6, 6);
     } else if (name == QLatin1String("btnsearch")) {
-        // A magnifier.
-        p.drawEllipse(QPointF(42, 42), 22, 22);
-        p.drawLine(QPointF(58, 58), QPointF(80, 80));
+        drawMagnifier(p, Qt::white, 7);
     } else if (name == QLatin1String("btnbookshelf")) {
         // Books standing on a shelf.
         p.drawLine(QPointF(12, 80), QPointF(84, 80));
@@ -280,10 +286,12 @@ QImage icon(const QString &name)
             p.drawLine(QPointF(32, y), QPointF(80, y));
         }
     } else if (name == QLatin1String("searchglass")) {
-        // The magnifier again, grey: it stands in the white search field.
-        p.setPen(QPen(QColor(0xB3, 0xAC, 0xBD), 9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        p.drawEllipse(QPointF(42, 42), 24, 24);
-        p.drawLine(QPointF(60, 60), QPointF(82, 82));
+        drawMagnifier(p, QColor(0xB3, 0xAC, 0xBD), 9); // in the white search field
+    } else if (name == QLatin1String("searchcutnotlink")) {
+        // The magnifier over a cross: nothing found.
+        drawMagnifier(p, QColor(0xC9, 0xBF, 0xB5), 6);
+        p.drawLine(QPointF(32, 32), QPointF(52, 52));
+        p.drawLine(QPointF(52, 32), QPointF(32, 52));
     } else if (name == QLatin1String("searchhistory")) {
         // A clock, grey: it stands on the white history panel.
         p.setPen(QPen(QColor(0x8A, 0x81, 0x97), 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -329,7 +337,7 @@ QStringList VORAArtwork::names()
                      QStringLiteral("btnsort.png"),      QStringLiteral("btnsearch.png"),
                      QStringLiteral("btnbookshelf.png"), QStringLiteral("btndownload.png"),
                      QStringLiteral("btnuser.png"),      QStringLiteral("searchhistory.png"),
-                     QStringLiteral("searchglass.png"),
+                     QStringLiteral("searchglass.png"),  QStringLiteral("searchcutnotlink.png"),
                      // The reader's bars.
                      QStringLiteral("readback.png"),     QStringLiteral("readbookmarkadd.png"),
                      QStringLiteral("readbookmarklist.png"), QStringLiteral("readchapterlist.png"),

@@ -246,9 +246,8 @@ Rectangle {
                     spacing: 12
                     Image {
                         anchors.horizontalCenter: parent.horizontalCenter
-                        source: "image://quorin/art/dcoverdefault.png"
-                        width: 96; height: 128
-                        opacity: 0.6
+                        source: "image://quorin/art/searchcutnotlink.png"
+                        width: 96; height: 96
                         asynchronous: true
                     }
                     Text {

@@ -21,10 +21,20 @@ Rectangle {
             objectName: "welcomePage" + (316319 + index)
             width: pages.width
             height: pages.height
+            // The whole picture (its last page's button included) in any
+            // window, over the same picture cropped to fill the margins.
             Image {
                 anchors.fill: parent
                 source: "image://quorin/art/" + modelData
                 fillMode: Image.PreserveAspectCrop
+                asynchronous: true
+                opacity: 0.5
+            }
+            Image {
+                objectName: "welcomePicture"
+                anchors.fill: parent
+                source: "image://quorin/art/" + modelData
+                fillMode: Image.PreserveAspectFit
                 asynchronous: true
             }
             MouseArea {

@@ -355,8 +355,6 @@ void VORARootViewController::openReader(const QString &comicId, const QString &c
     connect(m_reader, &VORAReadHomePageViewController::payRequested, this, [](int kind) {
         qCInfo(lcApp) << "payment screen" << kind << "is not part of this build";
     });
-    connect(m_reader, &VORAReadHomePageViewController::orientationRequested, this,
-            &VORARootViewController::windowOrientationRequested);
     emit readerChanged();
     fatherToucuInView();
     m_reader->applyReadMode();

@@ -129,8 +129,6 @@ signals:
     void backgroundChanged();
     void openUrlRequested(const QUrl &url);
     void readerChanged();
-    // The window should turn (the reader's read mode); true = landscape.
-    void windowOrientationRequested(bool landscape);
 
 private:
     void setDimmingAlpha(qreal alpha);

@@ -10,6 +10,9 @@
 #include "tucao/VORATuCaoMenuView.h"
 #include "tucao/VORATucaoPlayback.h"
 
+#include <QGuiApplication>
+#include <QStyleHints>
+
 #include <algorithm>
 #include <cmath>
 
@@ -38,7 +41,7 @@ VORAComicViewManager::VORAComicViewManager(QObject *parent)
             hiddeTucaoMenuView(n.userInfo.value(QStringLiteral("KTuCaoViewBOOLValue")).toBool());
         });
     m_toggleTimer.setSingleShot(true);
-    m_toggleTimer.setInterval(toggleDelayMs);
+    m_toggleTimer.setInterval(std::max(toggleDelayMs, QGuiApplication::styleHints()->mouseDoubleClickInterval()));
     connect(&m_toggleTimer, &QTimer::timeout, this, [this] {
         emit tucaoToolBarHideRequested();
         emit toggleMenuRequested();
@@ -124,6 +127,7 @@ void VORAComicViewManager::setViewSize(qreal width, qreal height)
     if (!(width > 0) || !(height > 0) || size == m_viewSize)
         return;
     m_viewSize = size;
+    m_surfaceRect.setSize(size);
     emit viewSizeChanged();
     emit stripChanged();
     // Rotation: every page view takes its new frame (a zoomed page keeps its
@@ -133,6 +137,51 @@ void VORAComicViewManager::setViewSize(qreal width, qreal height)
             view->setFrame(VORAPictureImageView::frameForPage(i, m_viewSize));
     }
     emit scrollToPageRequested(m_pageIndex, false);
+}
+
+// --- Read modes in a window ---
+
+QRectF VORAComicViewManager::readingSurface(const QSizeF &window, bool portraitReading)
+{
+    if (!(window.width() > 0) || !(window.height() > 0))
+        return {};
+    if (portraitReading ? window.height() > window.width() : window.width() > window.height())
+        return QRectF(QPointF(0, 0), window);
+    // The tablet's screen, 768 × 1024 points, in the read mode's orientation.
+    const qreal aspect = portraitReading ? 768.0 / 1024.0 : 1024.0 / 768.0; // width / height
+    QSizeF size = portraitReading ? QSizeF(window.height() * aspect, window.height())
+                                  : QSizeF(window.width(), window.width() / aspect);
+    size = size.boundedTo(window);
+    return QRectF(QPointF((window.width() - size.width()) / 2, (window.height() - size.height()) / 2), size);
+}
+
+void VORAComicViewManager::setWindowSize(qreal width, qreal height)
+{
+    if (!(width > 0) || !(height > 0))
+        return;
+    m_windowSize = QSizeF(width, height);
+    layOutSurface();
+}
+
+void VORAComicViewManager::setPortraitReading(bool portrait)
+{
+    if (m_portraitReading == portrait)
+        return;
+    m_portraitReading = portrait;
+    layOutSurface();
+}
+
+void VORAComicViewManager::layOutSurface()
+{
+    if (m_windowSize.isEmpty())
+        return;
+    const QRectF surface = readingSurface(m_windowSize, m_portraitReading);
+    const bool moved = surface.topLeft() != m_surfaceRect.topLeft();
+    m_surfaceRect = surface;
+    if (surface.size() != m_viewSize)
+        setViewSize(surface.width(), surface.height()); // tells viewSizeChanged
+    else if (moved)
+        emit viewSizeChanged();
 }
 
 // --- The strip ---
@@ -361,14 +410,14 @@ void VORAComicViewManager::singleTap(int pageIndex, qreal x, qreal y)
     if (!view)
         return;
     view->scrollView()->touchBegan(x, y);
-    const auto action = VORAPictureImageView::tapActionAt(QPointF(x, y), isLandscape(), view->scrollView()->isZoomed());
+    const auto action = VORAPictureImageView::tapActionAt(QPointF(x, y), isLandscape(), view->scrollView()->isZoomed(), m_viewSize);
     switch (action) {
     case VORAPictureImageView::TapToggleMenu:
         m_toggleTimer.start();
         break;
     case VORAPictureImageView::TapScrollDown:
     case VORAPictureImageView::TapScrollUp:
-        if (!view->performTapAction(action)) {
+        if (!view->performTapAction(action, m_viewSize.height())) {
             // Nothing left to scroll on this page: the edge turns it.
             const int next = pageIndex + (action == VORAPictureImageView::TapScrollDown ? 1 : -1);
             if (next >= 0 && next < pageCount())

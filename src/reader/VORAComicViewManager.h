@@ -8,6 +8,7 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QRectF>
 #include <QSizeF>
 #include <QThreadPool>
 #include <QTimer>
@@ -37,7 +38,10 @@ class VORATuCaoMenuView;
 // (writeTucaoRequested); it shows and hides with the menu bars through the
 // notification "KIsHiddenTuCao" ("KTuCaoViewBOOLValue": true hides it).
 //
-// Geometry: page k lies at x = k × viewWidth, one viewWidth − 20 wide. The
+// Geometry: the reader is drawn in a window of the user's size; the read mode
+// decides the shape of the reading surface inside it (readingSurface), and the
+// surface is the strip's view. Page k lies at x = k × viewWidth, one
+// viewWidth − 20 wide. The
 // QML strip calls scrollViewWillBeginDecelerating when the finger lets go and
 // scrollViewDidEndDecelerating when the strip has come to rest, with its
 // horizontal content offset; it follows scrollToPageRequested.
@@ -50,6 +54,7 @@ class VORAComicViewManager : public QObject
     Q_PROPERTY(qreal viewHeight READ viewHeight NOTIFY viewSizeChanged)
     Q_PROPERTY(qreal stripContentWidth READ stripContentWidth NOTIFY stripChanged)
     Q_PROPERTY(bool landscape READ isLandscape NOTIFY viewSizeChanged)
+    Q_PROPERTY(QRectF surfaceRect READ surfaceRect NOTIFY viewSizeChanged)
     Q_PROPERTY(QObject *pageViews READ pageViewsObject CONSTANT)
     Q_PROPERTY(bool loadingFailVisible READ loadingFailVisible NOTIFY loadingFailChanged)
     Q_PROPERTY(bool loadingFailLoading READ loadingFailLoading NOTIFY loadingFailChanged)
@@ -60,6 +65,8 @@ class VORAComicViewManager : public QObject
     Q_PROPERTY(qreal devicePixelRatio READ devicePixelRatio WRITE setDevicePixelRatio NOTIFY viewSizeChanged)
 public:
     static constexpr int loadingFailViewTag = 101002;
+    // The shortest wait before a single tap toggles the bars; the wait is at
+    // least the platform's double-click interval, so that a double tap cancels it.
     static constexpr int toggleDelayMs = 100;
     static constexpr int retryDelayMs = 1000;
     static constexpr int liveRadius = 2;
@@ -75,6 +82,9 @@ public:
     qreal viewWidth() const { return m_viewSize.width(); }
     qreal viewHeight() const { return m_viewSize.height(); }
     QSizeF viewSize() const { return m_viewSize; }
+    // Where the reading surface lies in the window (window coordinates).
+    QRectF surfaceRect() const { return m_surfaceRect; }
+    bool portraitReading() const { return m_portraitReading; }
     qreal stripContentWidth() const { return m_viewSize.width() * pageCount(); }
     // Landscape when wider than tall (the screen state 1).
     bool isLandscape() const { return m_viewSize.width() > m_viewSize.height(); }
@@ -101,7 +111,18 @@ public:
 
     // A new chapter: every page view goes; one empty slot per page.
     void reloadWithPageCount(int count);
+    // The surface's own size (the strip's view).
     Q_INVOKABLE void setViewSize(qreal width, qreal height);
+
+    // --- Read modes in a window ---
+    // The reading surface for a read mode inside a window: a window already of
+    // the mode's shape is used whole; otherwise the surface is a 768 × 1024
+    // (portrait) or 1024 × 768 (landscape) shape as tall or as wide as the
+    // window, centred in it. The window is never resized.
+    static QRectF readingSurface(const QSizeF &window, bool portraitReading);
+    // The window the reader is drawn in, and the read mode: both lay the surface out.
+    Q_INVOKABLE void setWindowSize(qreal width, qreal height);
+    void setPortraitReading(bool portrait);
 
     // --- The strip's rules ---
     void moveToPhotoAtIndex(int index, bool animated);
@@ -127,6 +148,7 @@ public:
     Q_INVOKABLE void singleTap(int pageIndex, qreal x, qreal y);
     Q_INVOKABLE void doubleTap(int pageIndex, qreal x, qreal y);
     bool toggleMenuPending() const { return m_toggleTimer.isActive(); }
+    int toggleMenuDelay() const { return m_toggleTimer.interval(); }
     Q_INVOKABLE void killScrollViewZoom(int index);
 
     // --- The loading-failure view (tag 101002) ---
@@ -171,11 +193,15 @@ private:
     void decodeFinished(quint64 serial, const VORAPageImageCache::Decoded &decoded, const QByteArray &bytes);
     void startTucaoIfCurrent(VORAPictureImageView *view);
     qreal decodeWidth() const;
+    void layOutSurface();
 
     QList<VORAPictureImageView *> m_pictureImageViewArray;
     VORAPageViewListModel *m_pageViews = nullptr;
     int m_pageIndex = 0;
     QSizeF m_viewSize{768, 1024};
+    QSizeF m_windowSize;
+    QRectF m_surfaceRect{0, 0, 768, 1024};
+    bool m_portraitReading = true;
     qreal m_devicePixelRatio = 1.0;
     bool m_canMoveToRequest = false;
     bool m_loadingFailVisible = false;

@@ -111,15 +111,18 @@ QRectF VORAPictureImageView::doubleTapZoomRect(const QPointF &imagePoint, const 
     return QRectF(std::max<qreal>(0, imagePoint.x() - w / 2), std::max<qreal>(0, imagePoint.y() - h / 2), w, h);
 }
 
-VORAPictureImageView::TapAction VORAPictureImageView::tapActionAt(const QPointF &p, bool landscape, bool zoomed)
+VORAPictureImageView::TapAction VORAPictureImageView::tapActionAt(const QPointF &p, bool landscape, bool zoomed,
+                                                                  const QSizeF &surface)
 {
     if (!landscape || zoomed)
         return TapToggleMenu;
-    if (p.x() > rightZoneFrom)
+    const qreal sx = surface.width() > 0 ? surface.width() / 1024 : 1;
+    const qreal sy = surface.height() > 0 ? surface.height() / 768 : 1;
+    if (p.x() > rightZoneFrom * sx)
         return TapScrollDown;
-    if (p.x() < leftZoneBelow)
+    if (p.x() < leftZoneBelow * sx)
         return TapScrollUp;
-    if (p.y() >= menuBandTop && p.y() <= menuBandBottom)
+    if (p.y() >= menuBandTop * sy && p.y() <= menuBandBottom * sy)
         return TapToggleMenu;
     return TapNothing;
 }
@@ -223,13 +226,13 @@ bool VORAPictureImageView::handleDoubleTap(const QPointF &viewportPoint)
     return true;
 }
 
-bool VORAPictureImageView::performTapAction(TapAction action)
+bool VORAPictureImageView::performTapAction(TapAction action, qreal step)
 {
     if (action != TapScrollDown && action != TapScrollUp)
         return true;
     const QPointF from = m_scrollView->targetContentOffset();
-    const qreal step = action == TapScrollDown ? tapScrollStep : -tapScrollStep;
-    const QPointF to = m_scrollView->clampedOffset(QPointF(from.x(), from.y() + step), m_scrollView->targetZoomScale());
+    const qreal dy = action == TapScrollDown ? step : -step;
+    const QPointF to = m_scrollView->clampedOffset(QPointF(from.x(), from.y() + dy), m_scrollView->targetZoomScale());
     if (qFuzzyCompare(to.y() + 1, from.y() + 1))
         return false;
     m_scrollView->setContentOffset(to, true);

@@ -55,7 +55,8 @@ public:
     Q_ENUM(TapAction)
 
     static constexpr qreal pageGap = 20;
-    // Landscape edge zones and the band of the middle that toggles the menu.
+    // Landscape edge zones and the band of the middle that toggles the menu,
+    // in points of a 1024 × 768 surface (a larger surface scales them).
     static constexpr qreal rightZoneFrom = 824;
     static constexpr qreal leftZoneBelow = 200;
     static constexpr qreal menuBandTop = 60;
@@ -107,8 +108,10 @@ public:
     static QRectF doubleTapZoomRect(const QPointF &imagePoint, const QSizeF &pageViewSize);
     // A single tap: landscape at zoom 1 has edge zones and a middle band;
     // portrait, or a zoomed page, toggles the menu. viewportPoint is where
-    // the touch began, relative to the page view.
-    static TapAction tapActionAt(const QPointF &viewportPoint, bool landscape, bool zoomed);
+    // the touch began, relative to the page view; surface is the reading
+    // surface's size, the zones keep their share of it.
+    static TapAction tapActionAt(const QPointF &viewportPoint, bool landscape, bool zoomed,
+                                 const QSizeF &surface = QSizeF(1024, 768));
 
     // --- Operations ---
     void setCurrentImagePageIndex(int index);
@@ -127,8 +130,9 @@ public:
     // Zooms in around the tap at zoom 1 and returns true; at any other zoom
     // returns false (the manager then resets the zoom).
     bool handleDoubleTap(const QPointF &viewportPoint);
-    // Carries a tap action out; false when there was nowhere to scroll.
-    bool performTapAction(TapAction action);
+    // Carries a tap action out (an edge scrolls by step, a surface's height);
+    // false when there was nowhere to scroll.
+    bool performTapAction(TapAction action, qreal step = tapScrollStep);
     // Tucao playback switches (the overlay itself draws them): stop and take
     // them off the page; arm the 2.5 s start (setTucao) on the current page.
     void hideTucaoView();

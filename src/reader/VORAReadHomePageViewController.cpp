@@ -449,6 +449,7 @@ void VORAReadHomePageViewController::toggleMenu()
 
 void VORAReadHomePageViewController::backPreviousPage()
 {
+    closeLuminanceView();
     if (m_closing)
         return;
     m_closing = true;
@@ -472,6 +473,7 @@ void VORAReadHomePageViewController::backPreviousPage()
 
 void VORAReadHomePageViewController::addBookmark()
 {
+    closeLuminanceView();
     if (!m_comicInfoDTO || !m_chapterInfoDTO || !m_pageInfoDTO)
         return;
     const VORAComicInfoDTO comic = *m_comicInfoDTO;
@@ -499,8 +501,11 @@ void VORAReadHomePageViewController::addBookmark()
 
 void VORAReadHomePageViewController::popUpLuminanceView()
 {
-    if (m_luminanceView)
+    if (m_luminanceView) {
+        // Its entry again: the panel goes.
+        closeLuminanceView();
         return;
+    }
     m_luminanceView = new VORAAdjustLuminanceView(this);
     connect(m_luminanceView, &VORAAdjustLuminanceView::layerOpacityChanged, this,
             &VORAReadHomePageViewController::setLuminanceValue);
@@ -514,8 +519,16 @@ void VORAReadHomePageViewController::popUpLuminanceView()
     emit panelsChanged();
 }
 
+// Every other menu entry closes the brightness panel before it acts.
+void VORAReadHomePageViewController::closeLuminanceView()
+{
+    if (m_luminanceView)
+        m_luminanceView->close();
+}
+
 void VORAReadHomePageViewController::popUpBookmarkView()
 {
+    closeLuminanceView();
     if (m_bookmarkManager)
         return;
     auto *panel = new VORABookmarkManager(this);
@@ -532,6 +545,7 @@ void VORAReadHomePageViewController::popUpBookmarkView()
 
 void VORAReadHomePageViewController::popUpChapterView()
 {
+    closeLuminanceView();
     if (m_chapterManager || !m_comicInfoDTO)
         return;
     auto *panel = new VORAChapterManager(m_chapterId, m_comicId, this);
@@ -549,6 +563,7 @@ void VORAReadHomePageViewController::popUpChapterView()
 
 void VORAReadHomePageViewController::popUpHelpView()
 {
+    closeLuminanceView();
     if (m_helpShown)
         return;
     m_helpShown = true;
@@ -565,6 +580,7 @@ void VORAReadHomePageViewController::hideHelpView()
 
 void VORAReadHomePageViewController::popUpTucaoInputView()
 {
+    closeLuminanceView();
     showMenu();
     // Nobody signed in: the input view saves the jump type and asks for the
     // sign-in (createUserView); it does not open.
@@ -593,8 +609,16 @@ void VORAReadHomePageViewController::popUPTucaoEditViewWithPoint(const QString &
         return;
     }
     resetComicViewWhenTucao();
-    openTucaoEdit(new VORATuCaoEditManager(text, point, view->tucaoPagePlacement(), getCurrentScreenState(), this),
+    openTucaoEdit(new VORATuCaoEditManager(text, point, tucaoPlacement(view), getCurrentScreenState(), this),
                   view->tucaoPlayback());
+}
+
+// The page's placement with the surface the editing layer covers.
+VORATucaoPagePlacement VORAReadHomePageViewController::tucaoPlacement(const VORAPictureImageView *view) const
+{
+    VORATucaoPagePlacement placement = view->tucaoPagePlacement();
+    placement.surfaceSize = m_comicViewManager->viewSize();
+    return placement;
 }
 
 bool VORAReadHomePageViewController::showTucaoEditViewWithTucaoView(VORATucaoPlayback *playback,
@@ -608,7 +632,7 @@ bool VORAReadHomePageViewController::showTucaoEditViewWithTucaoView(VORATucaoPla
         return false;
     playback->removeTucao(tucaoId);
     resetComicViewWhenTucao();
-    openTucaoEdit(new VORATuCaoEditManager(*tucao, view->tucaoPagePlacement(), getCurrentScreenState(), this),
+    openTucaoEdit(new VORATuCaoEditManager(*tucao, tucaoPlacement(view), getCurrentScreenState(), this),
                   playback);
     return true;
 }
@@ -685,6 +709,7 @@ void VORAReadHomePageViewController::hideEditTuCaoView()
 
 void VORAReadHomePageViewController::swtichScreen()
 {
+    closeLuminanceView();
     if (getCurrentScreenState() == 1)
         swtichScreenToportraitScreen();
     else
@@ -694,20 +719,20 @@ void VORAReadHomePageViewController::swtichScreen()
 void VORAReadHomePageViewController::swtichScreenToLandscape()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(false);
+    applyReadMode();
     emit readModeChanged();
-    emit orientationRequested(true);
 }
 
 void VORAReadHomePageViewController::swtichScreenToportraitScreen()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(true);
+    applyReadMode();
     emit readModeChanged();
-    emit orientationRequested(false);
 }
 
 void VORAReadHomePageViewController::applyReadMode()
 {
-    emit orientationRequested(!isVerticalScreen());
+    m_comicViewManager->setPortraitReading(isVerticalScreen());
 }
 
 void VORAReadHomePageViewController::setLuminanceValue(qreal value)

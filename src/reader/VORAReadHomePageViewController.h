@@ -7,6 +7,7 @@
 #include "net/VORATucaoDTO.h"
 #include "reader/VORAReadComicManagerDelegate.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
+#include "tucao/VORATucaoPagePlacement.h"
 
 #include <QList>
 #include <QObject>
@@ -23,6 +24,7 @@ class VORAAdjustLuminanceView;
 class VORABookmarkManager;
 class VORAChapterManager;
 class VORAComicViewManager;
+class VORAPictureImageView;
 class VORAReadComicManager;
 class VORAReadPageLog;
 class VORATuCaoEditManager;
@@ -185,7 +187,8 @@ public:
     Q_INVOKABLE void swtichScreen();
     Q_INVOKABLE void swtichScreenToLandscape();
     Q_INVOKABLE void swtichScreenToportraitScreen();
-    // The read mode as the screen opens (the window follows it).
+    // The read mode as the screen opens: the shape of the reading surface
+    // inside the window (the window itself is the user's).
     Q_INVOKABLE void applyReadMode();
     // The black layer's opacity (the brightness panel sets it).
     Q_INVOKABLE void setLuminanceValue(qreal value);
@@ -235,8 +238,6 @@ signals:
     // The sign-in screen, the payment screen (1 membership, 2 coins).
     void signInRequested();
     void payRequested(int kind);
-    // The window should turn (true: landscape).
-    void orientationRequested(bool landscape);
     // The tucao input (a signed-in reader).
     void tucaoInputRequested();
     // The reading position of the comic is in the store.
@@ -249,11 +250,13 @@ private:
     void openChapter(const VORAChapterInfoDTO &chapter, const QString &pageId);
     void setLoading(bool loading);
     void showIndicator(const QString &text);
+    void closeLuminanceView();
     void retryCurrentPage(int index);
     void dropCachedPage(int index);
     void onAlertRequest(const Notification &n);
     void onPopUpTucaoEditView(const Notification &n);
     void openTucaoEdit(VORATuCaoEditManager *edit, VORATucaoPlayback *playback);
+    VORATucaoPagePlacement tucaoPlacement(const VORAPictureImageView *view) const;
     void dropTucaoEdit();
     void storeJob(std::function<void()> job);
 

@@ -55,6 +55,8 @@ VORATuCaoEditManager::VORATuCaoEditManager(const VORATucao &tucao, const VORATuc
 
 QSizeF VORATuCaoEditManager::tucaoEditViewSize() const
 {
+    if (!m_placement.surfaceSize.isEmpty())
+        return m_placement.surfaceSize;
     return m_screenState == 1 ? QSizeF(1024, 768) : QSizeF(768, 1024);
 }
 

@@ -14,8 +14,9 @@
 // One editing act on the current page: a new tucao being placed (isPublished
 // false) or one of the user's own being moved, resized or deleted (isPublished
 // true). It holds the edited rectangle in the page view's points, over a
-// full-screen editing layer (tucaoEditView: 1024 x 768 in landscape, screen
-// state 1, else 768 x 1024) with a circular menu of confirm, cancel and delete.
+// editing layer over the reading surface (tucaoEditView: the placement's
+// surface; without one 1024 x 768 in landscape, screen state 1, else
+// 768 x 1024) with a circular menu of confirm, cancel and delete.
 //
 // A new tucao's rectangle is sized from its text (the 11 pt label at most
 // 200 points wide, at most 20 lines, with a small margin), centred on the

@@ -13,12 +13,15 @@
 // - contentOffset: the zooming view's content offset (points scrolled).
 // - scrollViewOrigin: the zooming view's frame origin in the page view (a page
 //   shorter than the page view is centred vertically, so its y is not 0).
+// - surfaceSize: the reading surface the editing layer covers (empty: the
+//   tablet's screen of the screen state).
 struct VORATucaoPagePlacement
 {
     QSizeF imageViewSize;
     QSizeF imageSize;
     QPointF contentOffset;
     QPointF scrollViewOrigin;
+    QSizeF surfaceSize;
 
     bool isValid() const
     {

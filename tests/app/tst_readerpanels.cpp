@@ -1,10 +1,10 @@
 // The reader's panels drawn by their real QML in an offscreen window, each
 // with a real panel object over the store and the in-process reference site,
-// and a stand-in reader screen that records what the panels ask of it:
-// bookmark rows shown, sorted, deleted through their confirmation and opened;
-// chapter rows sorted and opened; the dimming button and the brightness
-// panel's slider and close button; the help view. With
-// QUORIN_WRITE_SCREENSHOTS=1 each panel is written to docs/screenshots.
+// and a stand-in reader screen that records what the panels ask of it: the
+// clicks reach the panel (sort, delete, open a row, the dimming button, the
+// brightness slider and its close button, the help view) and the rows show
+// what the panel holds; the rules themselves are tst_readerpanels_rules'.
+// With QUORIN_WRITE_SCREENSHOTS=1 each panel is written to docs/screenshots.
 
 #include "AppTestWindow.h"
 #include "../reader/ReaderPanelsTestSupport.h"
@@ -63,11 +63,6 @@ struct PanelWindow
         QQuickItem *panel = item(QStringLiteral("sidePanel"));
         return panel && qFuzzyCompare(panel->x() + panel->width(), qreal(view.width()));
     }
-    qreal panelX() const
-    {
-        QQuickItem *panel = item(QStringLiteral("sidePanel"));
-        return panel ? panel->x() : -1;
-    }
     void shot(const char *name) { writeShot(&view, QLatin1String(name)); }
 };
 
@@ -85,7 +80,6 @@ private slots:
     void initTestCase();
     void cleanup();
     void bookmarkPanel();
-    void dimmingButtonClosesThePanel();
     void chapterPanel();
     void brightnessPanel();
     void helpView();
@@ -119,71 +113,41 @@ void TestReaderPanels::bookmarkPanel()
     manager.setReadHomeController(&hooks);
     PanelWindow w(QStringLiteral("ReaderBookmarkPanel.qml"), withManager(&manager));
     QVERIFY(w.ready());
-
-    // Newest first, 122 points a row.
-    QTRY_VERIFY(w.item(QStringLiteral("bookmarkRow2")));
-    QCOMPARE(w.item(QStringLiteral("bookmarkRow0"))->height(), 122.0);
-    QTRY_VERIFY(w.restingAtRightEdge());
-    const QQuickItem *row0 = w.item(QStringLiteral("bookmarkRow0"));
     const auto infoOf = [&](int row) {
         QQuickItem *it = w.item(QStringLiteral("bookmarkRow%1").arg(row));
         const QList<QQuickItem *> info = it ? namedItems(it, QStringLiteral("bookmarkInfo")) : QList<QQuickItem *>();
         return info.isEmpty() ? QString() : info.first()->property("text").toString();
     };
-    QVERIFY(row0);
+
+    // The rows show the panel's list, 122 points a row.
+    QTRY_VERIFY(w.item(QStringLiteral("bookmarkRow2")));
+    QCOMPARE(w.item(QStringLiteral("bookmarkRow0"))->height(), 122.0);
     QCOMPARE(infoOf(0), QStringLiteral("10001_第3话_第10页"));
+    QTRY_VERIFY(w.restingAtRightEdge());
     w.shot("reader-bookmark-panel.png");
 
-    // The sort button: oldest first.
+    // The sort button reaches the panel; the rows follow.
     QVERIFY(w.click(QStringLiteral("bookmarkSortButton")));
-    QCOMPARE(pageIdsOf(manager.mybookmarkList()), (QStringList{"900001", "900002", "900003"}));
     QTRY_COMPARE(infoOf(0), QStringLiteral("10001_第1话_第1页"));
 
     // The cross offers "删除"; confirming removes the row.
-    QVERIFY(!w.item(QStringLiteral("deleteConfirm1")));
     QVERIFY(w.click(QStringLiteral("deleteAction1")));
     QTRY_VERIFY(w.item(QStringLiteral("deleteConfirm1")));
     QTRY_COMPARE(w.item(QStringLiteral("bookmarkContent1"))->x(), -w.item(QStringLiteral("deleteConfirm1"))->width());
     QVERIFY(w.click(QStringLiteral("deleteConfirm1")));
     QTRY_VERIFY(!w.item(QStringLiteral("bookmarkRow2")));
     QCOMPARE(pageIdsOf(manager.mybookmarkList()), (QStringList{"900001", "900003"}));
-    QCOMPARE(infoOf(1), QStringLiteral("10001_第3话_第10页"));
 
     // A tap opens the row's page through the reader screen and closes the panel.
-    QSignalSpy removed(&manager, &VORAReaderSidePanel::removeFromSuperview);
     QVERIFY(w.click(QStringLiteral("bookmarkRow1")));
     QCOMPARE(hooks.calls, QStringList{"bookmark:900003"});
-    QCOMPARE(hooks.bookmarks.first().pageIndex, 9);
     QVERIFY(manager.isClosing());
-    QTRY_COMPARE(removed.count(), 1);
-    QTRY_VERIFY(w.panelX() >= 1024);
-}
-
-void TestReaderPanels::dimmingButtonClosesThePanel()
-{
-    RecordingHooks hooks;
-    VORABookmarkManager manager;
-    manager.setReadHomeController(&hooks);
-    PanelWindow w(QStringLiteral("ReaderBookmarkPanel.qml"), withManager(&manager));
-    QVERIFY(w.ready());
-    QTRY_VERIFY(manager.isLoaded());
-    QTRY_VERIFY(w.item(QStringLiteral("bookmarkEmpty")));
-    QTRY_VERIFY(w.restingAtRightEdge());
-    QSignalSpy removed(&manager, &VORAReaderSidePanel::removeFromSuperview);
-    w.clickAt(QPoint(300, 400)); // not on the panel
-    QVERIFY(manager.isClosing());
-    QVERIFY(!manager.mengbanEnabled());
-    QTRY_COMPARE(removed.count(), 1);
-    QTRY_VERIFY(w.panelX() >= 1024);
-    QVERIFY(hooks.calls.isEmpty());
 }
 
 void TestReaderPanels::chapterPanel()
 {
     const auto comic = fetchComic(QStringLiteral("10001"));
     QVERIFY(comic);
-    const int n = int(comic->chapterList.size());
-    QVERIFY(n >= 3);
     RecordingHooks hooks;
     VORAChapterManager manager(comic->chapterList.at(2).chapterId, comic->comicId);
     manager.setReadHomeController(&hooks);
@@ -191,16 +155,19 @@ void TestReaderPanels::chapterPanel()
     PanelWindow w(QStringLiteral("ReaderChapterPanel.qml"), withManager(&manager));
     QVERIFY(w.ready());
     QTRY_VERIFY(w.item(QStringLiteral("chapterRow2")));
-    QCOMPARE(w.text(QStringLiteral("chapterCount")), QStringLiteral("当前共有%1章").arg(n));
-    QCOMPARE(w.item(QStringLiteral("chapterRow0"))->property("chapterId").toString(), comic->chapterList.first().chapterId);
+    QCOMPARE(w.text(QStringLiteral("chapterCount")), QStringLiteral("当前共有%1章").arg(comic->chapterList.size()));
     QTRY_VERIFY(w.restingAtRightEdge());
     w.shot("reader-chapter-panel.png");
 
     QVERIFY(w.click(QStringLiteral("chapterSortButton")));
-    QCOMPARE(manager.sortButtonImage(), QStringLiteral("comichomepagesort.png"));
-    QTRY_VERIFY(w.item(QStringLiteral("chapterRow0")));
     QTRY_COMPARE(w.item(QStringLiteral("chapterRow0"))->property("chapterId").toString(), comic->chapterList.last().chapterId);
-    // A row opening its chapter is tst_readerscreen's, in the whole reader.
+
+    // The dimming button beside the panel closes it, asking nothing of the reader.
+    QSignalSpy removed(&manager, &VORAReaderSidePanel::removeFromSuperview);
+    w.clickAt(QPoint(300, 400));
+    QVERIFY(manager.isClosing());
+    QTRY_COMPARE(removed.count(), 1);
+    QVERIFY(hooks.calls.isEmpty());
 }
 
 void TestReaderPanels::brightnessPanel()
@@ -210,20 +177,16 @@ void TestReaderPanels::brightnessPanel()
     PanelWindow w(QStringLiteral("ReaderLuminancePanel.qml"), withManager(&manager));
     QVERIFY(w.ready());
     QQuickItem *panel = w.item(QStringLiteral("luminancePanel"));
-    QVERIFY(panel);
-    QCOMPARE(QSizeF(panel->width(), panel->height()), QSizeF(351, 69));
     QQuickItem *slider = w.item(QStringLiteral("luminanceSlider"));
     QQuickItem *handle = w.item(QStringLiteral("luminanceHandle"));
-    QVERIFY(slider && handle);
-    QVERIFY(qAbs(handle->x() / (slider->width() - handle->width()) - 0.7) < 1e-3);
+    QVERIFY(panel && slider && handle);
+    QCOMPARE(QSizeF(panel->width(), panel->height()), QSizeF(351, 69));
+    QVERIFY(qAbs(handle->x() / (slider->width() - handle->width()) - manager.sliderValue()) < 1e-3);
     w.shot("reader-luminance-panel.png");
 
-    // The slider's left end: the darkest layer, stored.
-    QSignalSpy layer(&manager, &VORAAdjustLuminanceView::layerOpacityChanged);
+    // The slider's left end reaches the panel; the handle follows.
     w.clickAt(slider->mapToScene(QPointF(2, slider->height() / 2)).toPoint());
-    QVERIFY(!layer.isEmpty());
-    QVERIFY(qAbs(manager.layerOpacity() - 1 / 1.2) < 1e-4);
-    QVERIFY(qAbs(VORAUserConfig::shareUserConfigInstance()->luminanceValue() - 1 / 1.2) < 1e-4);
+    QCOMPARE(manager.sliderValue(), 0.0);
     QTRY_VERIFY(handle->x() < 1);
 
     // A tap on the panel keeps it; one beside it closes it.
@@ -238,9 +201,8 @@ void TestReaderPanels::helpView()
 {
     PanelWindow w(QStringLiteral("ReaderHelpView.qml"), {});
     QVERIFY(w.ready());
-    QVERIFY(w.item(QStringLiteral("helpZoneUp")));   // landscape: the edge zones
+    QVERIFY(w.item(QStringLiteral("helpZoneUp"))); // landscape: the edge zones
     QVERIFY(w.item(QStringLiteral("helpZoneDown")));
-    QVERIFY(w.item(QStringLiteral("helpZoneMenu")));
     w.shot("reader-help-view.png");
     QSignalSpy dismissed(w.view.rootObject(), SIGNAL(dismissed()));
     w.clickAt(QPoint(512, 300));

@@ -1,9 +1,10 @@
-// The reader in the real app shell, in an offscreen window, against the
-// in-process reference site: a chapter opened from the detail page, pages
-// turned by swipe, tap zone and slider, a double tap zooming in and out, the
-// menu bars, bookmarks with their messages, the overscroll into the next
-// chapter and back, the read mode turning the window, leaving and continuing
-// on the same page, and a page whose image fails until the site is fixed.
+// The reader in the real app shell, in an offscreen window of a desktop
+// screen's size, against the in-process reference site: a click, a swipe, a
+// key or a drag reaching the reader (chapter opened from the detail page, page
+// turned, double tap zoom without the bars, bars, bookmark, slider, the next
+// chapter, a chapter row, back and continue), both read modes laid out inside
+// the window with every control on screen, the brightness panel clear of the
+// bars, a failed page retried, and the coin dialog answered over the reader.
 // With QUORIN_WRITE_SCREENSHOTS=1 the reader is written to docs/screenshots.
 
 #include "ReaderTestWindow.h"
@@ -12,9 +13,9 @@
 #include "catalogue/VORAComicHomePageView.h"
 #include "core/VORAUserConfig.h"
 #include "net/VORAGetChapterInfoService.h"
+#include "reader/VORABookmarkManager.h"
 #include "reader/VORAPictureScrollView.h"
 #include "reader/VORAReadComicManager.h"
-#include "store/VORADatabaseManager.h"
 
 #include <QUrl>
 
@@ -23,6 +24,34 @@
 namespace {
 const QString freeComic = QStringLiteral("10007");
 using Launch = ReaderTestWindow;
+
+QRectF sceneRect(QQuickItem *it)
+{
+    return it ? QRectF(it->mapToScene(QPointF(0, 0)), it->size()) : QRectF();
+}
+
+// The detail page of the comic, its first chapter clicked: the reader with its first page.
+bool readFirstChapter(Launch &app, const QString &comicId)
+{
+    app.root()->openComicDetail(comicId, QString(), QString());
+    if (!QTest::qWaitFor([&] { return app.item(QStringLiteral("chapter0")); }, 10000)
+        || !app.click(QStringLiteral("chapter0")))
+        return false;
+    return QTest::qWaitFor([&] { return app.reader() && app.reader()->pageCount() > 0 && app.pageShown(0); }, 15000);
+}
+
+// The bars shown, come to rest with the tucao bar above the bottom bar.
+bool showBars(const Launch &app)
+{
+    app.reader()->showMenu();
+    return QTest::qWaitFor([&] {
+        QQuickItem *top = app.item(QStringLiteral("readerTopBar"));
+        QQuickItem *bar = app.item(QStringLiteral("readerTucaoMenuBar"));
+        QQuickItem *bottom = app.item(QStringLiteral("readerBottomBar"));
+        return top && bar && bottom && top->y() == 0 && qFuzzyCompare(bar->y() + bar->height(), bottom->y())
+            && qFuzzyCompare(bottom->y() + bottom->height(), qreal(app.window()->height()));
+    });
+}
 } // namespace
 
 class TestReaderScreen : public QObject
@@ -32,6 +61,8 @@ class TestReaderScreen : public QObject
 private slots:
     void initTestCase();
     void readingAChapterFromTheDetailPage();
+    void readModesInsideTheWindow_data();
+    void readModesInsideTheWindow();
     void aPageThatFailsUntilTheSiteIsFixed();
     void buyingTheNextChapterFromTheReader();
 
@@ -48,172 +79,161 @@ void TestReaderScreen::initTestCase()
 
 void TestReaderScreen::readingAChapterFromTheDetailPage()
 {
-    // Landscape reading, in a landscape window.
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(false);
-    Launch app(QSize(1024, 768));
+    Launch app(QSize(1366, 768));
     QVERIFY(app.started());
-
-    // The detail page, its first chapter tapped.
-    app.root()->openComicDetail(freeComic, QString(), QString());
-    VORAComicHomePageView *home = app.root()->comicHomePageView();
-    QTRY_VERIFY_WITH_TIMEOUT(home->state() == VORAComicHomePageView::Shown, 10000);
-    QTRY_VERIFY(app.item(QStringLiteral("chapter0")));
-    QVERIFY(app.click(QStringLiteral("chapter0")));
-    QTRY_VERIFY(app.reader());
+    QVERIFY(readFirstChapter(app, freeComic));
     VORAReadHomePageViewController *reader = app.reader();
-    QTRY_VERIFY(app.item(QStringLiteral("readerView")));
+    VORAComicHomePageView *home = app.root()->comicHomePageView();
+    QCOMPARE(reader->chapterId(), home->chapterView()->rowAt(0)->chapter.chapterId);
     QVERIFY(!app.item(QStringLiteral("comicDetail300000"))); // covered, not drawn
-    QTRY_VERIFY_WITH_TIMEOUT(reader->pageCount() > 0, 15000);
-    const QString firstChapter = reader->chapterId();
     const int count = reader->pageCount();
-    QCOMPARE(firstChapter, home->chapterView()->rowAt(0)->chapter.chapterId);
-    QCOMPARE(reader->getCurrentScreenState(), 1);
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
-    // The neighbours were decoded as they came, before anybody turned to them.
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(1) && app.pageShown(2), 15000);
-    QVERIFY(app.item(QStringLiteral("readerPage0")));
     QVERIFY(!reader->menuShown());
-    app.shot("reader-landscape.png");
 
     // A swipe to the left turns to page 2.
-    const QPoint middle(512, 384);
+    const QPoint middle(683, 384);
     app.swipe(middle, -420);
     QTRY_COMPARE(reader->currentPageIndex(), 1);
-    QTRY_COMPARE(app.strip()->pageIndex(), 1);
+    QTRY_VERIFY(app.restsOn(1));
     QCOMPARE(reader->pageLabel(), QStringLiteral("2/%1").arg(count));
-    // A short, slow pull springs back.
-    app.swipe(middle, -60, 60);
-    QTest::qWait(400);
-    QCOMPARE(reader->currentPageIndex(), 1);
 
-    // The right-hand zone scrolls the tall page down, then turns it.
-    VORAPictureScrollView *sv = app.page(1)->scrollView();
-    QVERIFY(sv->contentHeight() > 768);
-    app.tap(QPoint(960, 400));
-    QTRY_VERIFY(sv->contentY() > 600 && !sv->isAnimating());
-    QTRY_VERIFY(app.item(QStringLiteral("readerPage1"))->findChild<QQuickItem *>(QStringLiteral("readerPageFlick"))->property("contentY").toReal() > 600);
-    app.tap(QPoint(960, 400));
-    QTRY_COMPARE(reader->currentPageIndex(), 2);
-    QTRY_VERIFY(app.restsOn(2));
-    QVERIFY(!reader->menuShown());
-
-    // A double tap zooms in around the finger, a second one back out; neither shows the bars.
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(2), 15000);
-    VORAPictureScrollView *zoom = app.page(2)->scrollView();
+    // A double tap zooms in around the finger, a second one back out; the
+    // first tap's toggle of the bars is cancelled.
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(1), 15000);
+    VORAPictureScrollView *zoom = app.page(1)->scrollView();
     app.window()->grabWindow();
     QTest::mouseDClick(app.window(), Qt::LeftButton, {}, middle);
     QTRY_COMPARE(zoom->zoomScale(), 1.64);
-    QVERIFY(zoom->contentX() > 0);
-    QTest::qWait(200);
-    QVERIFY(!reader->menuShown());
+    QVERIFY(!app.strip()->toggleMenuPending());
     QTest::mouseDClick(app.window(), Qt::LeftButton, {}, middle);
     QTRY_COMPARE(zoom->zoomScale(), 1.0);
+    QVERIFY(!app.strip()->toggleMenuPending() && !reader->menuShown());
 
-    // A single tap in the middle shows the bars.
+    // A single tap in the middle shows the bars with the title and the page.
     app.tap(middle);
     QTRY_VERIFY(reader->menuShown());
-    QTRY_VERIFY(app.item(QStringLiteral("readerTitle")));
+    QVERIFY(showBars(app));
     QCOMPARE(app.item(QStringLiteral("readerTitle"))->property("text").toString(), reader->title());
-    QCOMPARE(app.item(QStringLiteral("readerPageLabel"))->property("text").toString(), QStringLiteral("3/%1").arg(count));
-    app.shot("reader-menu.png");
+    QCOMPARE(app.item(QStringLiteral("readerPageLabel"))->property("text").toString(), QStringLiteral("2/%1").arg(count));
+    app.shot("reader-desktop-landscape-mode.png");
 
-    // Bookmarks: added, then the same page again.
+    // Add bookmark: its message over the page, clear of the bars.
     QVERIFY(app.click(QStringLiteral("readerAddBookmark")));
     QTRY_COMPARE(app.layer->progressText(), VORAReadHomePageViewController::bookmarkAddedText);
-    QVERIFY(app.layer->progressVisible());
-    QVERIFY(app.click(QStringLiteral("readerAddBookmark")));
-    QTRY_COMPARE(app.layer->progressText(), VORAReadHomePageViewController::bookmarkExistsText);
-    {
-        VORADatabaseManager db;
-        QCOMPARE(int(db.getBookmarkWithComic(freeComic).size()), 1);
-    }
+    QQuickItem *message = app.item(QStringLiteral("progress19870319"));
+    QVERIFY(message);
+    for (const char *bar : {"readerTopBar", "readerTucaoMenuBar", "readerBottomBar"})
+        QVERIFY2(!sceneRect(message).intersects(sceneRect(app.item(QLatin1String(bar)))), bar);
 
-    // The slider to the last page (let go on it).
+    // The slider let go on its end: the last page.
     QQuickItem *slider = app.item(QStringLiteral("readerSlider"));
-    QVERIFY(slider);
-    const QPoint sliderEnd = slider->mapToScene(QPointF(slider->width() - 4, slider->height() / 2)).toPoint();
-    QTest::mouseClick(app.window(), Qt::LeftButton, {}, sliderEnd);
+    QTest::mouseClick(app.window(), Qt::LeftButton, {},
+                      slider->mapToScene(QPointF(slider->width() - 4, slider->height() / 2)).toPoint());
     QTRY_COMPARE(reader->currentPageIndex(), count - 1);
     reader->hideMenu();
-    QTRY_VERIFY(!app.item(QStringLiteral("readerTopBar")));
 
     // Past the last page: the next chapter, at its first page.
     const QList<VORAChapterInfoDTO> chapters = reader->chapterDTOList();
-    QVERIFY(chapters.size() > 1);
-    app.swipe(QPoint(700, 384), -400);
+    QVERIFY(chapters.size() > 2);
+    QTRY_VERIFY(app.restsOn(count - 1));
+    app.swipe(QPoint(900, 384), -400);
     QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == chapters.at(1).chapterId, 15000);
     QCOMPARE(reader->currentPageIndex(), 0);
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
-    // And back before its first page: the first chapter at its last page.
-    app.swipe(QPoint(300, 384), 400);
-    QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == firstChapter, 15000);
-    QCOMPARE(reader->currentPageIndex(), count - 1);
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(count - 1), 15000);
-
-    // The read mode: portrait turns the window; the pages are laid out again.
-    reader->showMenu();
-    QTRY_VERIFY(app.item(QStringLiteral("readerReadMode")));
-    QVERIFY(app.click(QStringLiteral("readerReadMode")));
-    QTRY_COMPARE(app.window()->height(), 1024);
-    QCOMPARE(app.window()->width(), 768);
-    QVERIFY(VORAUserConfig::shareUserConfigInstance()->isVerticalScreen());
-    QTRY_COMPARE(reader->getCurrentScreenState(), 0);
-    QTRY_COMPARE(app.page(count - 1)->width(), 748.0);
-    QCOMPARE(app.strip()->pageIndex(), count - 1);
-    QTRY_COMPARE(app.item(QStringLiteral("readerStrip"))->property("contentX").toReal(), 768.0 * (count - 1));
-    app.shot("reader-portrait-menu.png");
-    reader->hideMenu();
-    app.shot("reader-portrait.png");
-    reader->showMenu();
-    QTRY_VERIFY(app.item(QStringLiteral("readerReadMode")));
-    QVERIFY(app.click(QStringLiteral("readerReadMode")));
-    QTRY_COMPARE(app.window()->width(), 1024);
-    QVERIFY(!VORAUserConfig::shareUserConfigInstance()->isVerticalScreen());
 
     // The chapter panel: a row opens its chapter, and the panel goes.
-    reader->showMenu();
-    QTRY_VERIFY(app.item(QStringLiteral("readerChapters")));
+    QVERIFY(showBars(app));
     QVERIFY(app.click(QStringLiteral("readerChapters")));
-    QTRY_VERIFY(app.item(QStringLiteral("readerChapterPanel")));
     QTRY_VERIFY(app.item(QStringLiteral("chapterRow2")));
-    QCOMPARE(app.item(QStringLiteral("chapterRow2"))->property("chapterId").toString(), chapters.at(2).chapterId);
     QVERIFY(app.click(QStringLiteral("chapterRow2")));
     QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == chapters.at(2).chapterId, 15000);
-    QCOMPARE(reader->currentPageIndex(), 0);
-    QTRY_VERIFY(!reader->chapterManager());
     QTRY_VERIFY(!app.item(QStringLiteral("readerChapterPanel")));
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
 
-    // Leaving: the detail page shows the position, and continues on that page.
+    // Back: the detail page continues on the same page.
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
     reader->quickTurnPage(2);
-    const QString chapterId = reader->chapterId();
     const QString pageId = reader->pageId();
+    QVERIFY(showBars(app));
+    QVERIFY(app.click(QStringLiteral("readerBack")));
+    QTRY_VERIFY(!app.reader());
+    QTRY_VERIFY(home->hasReadHistory());
+    QVERIFY(app.click(QStringLiteral("readButton")));
+    QTRY_VERIFY_WITH_TIMEOUT(app.reader() && app.reader()->pageCount() > 0, 15000);
+    QCOMPARE(app.reader()->chapterId(), chapters.at(2).chapterId);
+    QCOMPARE(app.reader()->pageId(), pageId);
+    QTRY_COMPARE(app.item(QStringLiteral("readerStrip"))->property("contentX").toReal(), 1366.0 * 2);
+}
+
+void TestReaderScreen::readModesInsideTheWindow_data()
+{
+    QTest::addColumn<QSize>("screen");
+    QTest::newRow("1366x768") << QSize(1366, 768);
+    QTest::newRow("1280x800") << QSize(1280, 800);
+}
+
+void TestReaderScreen::readModesInsideTheWindow()
+{
+    QFETCH(QSize, screen);
+    VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(true);
+    Launch app(screen);
+    QVERIFY(app.started());
+    QVERIFY(readFirstChapter(app, freeComic));
+    VORAReadHomePageViewController *reader = app.reader();
+
+    // Portrait reading: a portrait column in the window the user chose.
+    QCOMPARE(app.window()->size(), screen);
+    QCOMPARE(reader->getCurrentScreenState(), 0);
+    QCOMPARE(sceneRect(app.item(QStringLiteral("readerSurface"))), app.strip()->surfaceRect());
+    QVERIFY(showBars(app));
+    const QRectF window(QPointF(0, 0), QSizeF(screen));
+    for (const char *control : {"readerBack", "readerAddBookmark", "readerBookmarks", "readerChapters", "readerLuminance",
+                                "readerHelp", "readerReadMode", "readerPageLabel", "readerSlider", "tucaoShowButton",
+                                "tucaoPlayButton", "tucaoPreviousButton", "tucaoNextButton", "tucaoWriteButton"})
+        QVERIFY2(window.contains(sceneRect(app.item(QLatin1String(control)))), control);
+    if (screen == QSize(1366, 768))
+        app.shot("reader-desktop-portrait-mode.png");
+
+    // The brightness panel lies clear of every bar; the first click on another
+    // entry closes it and opens that entry.
+    QVERIFY(app.click(QStringLiteral("readerLuminance")));
+    QTRY_VERIFY(app.item(QStringLiteral("luminancePanel")));
+    QQuickItem *panel = app.item(QStringLiteral("luminancePanel"));
+    QVERIFY(window.contains(sceneRect(panel)));
+    for (const char *bar : {"readerTopBar", "readerTucaoMenuBar", "readerBottomBar"})
+        QVERIFY2(!sceneRect(panel).intersects(sceneRect(app.item(QLatin1String(bar)))), bar);
+    QVERIFY(app.click(QStringLiteral("readerBookmarks")));
+    QTRY_VERIFY(app.item(QStringLiteral("readerBookmarkPanel")));
+    QTRY_VERIFY(!reader->luminanceView());
+    reader->bookmarkManager()->mengbanBtnClick();
+    QTRY_VERIFY(!reader->bookmarkManager());
+
+    // Landscape reading takes the whole window; the window stays as it is.
+    QVERIFY(app.click(QStringLiteral("readerReadMode")));
+    QTRY_COMPARE(reader->getCurrentScreenState(), 1);
+    QCOMPARE(app.strip()->surfaceRect(), window);
+    QCOMPARE(app.window()->size(), screen);
+
+    // Leaving: the detail page and the rail, in the same window.
+    QVERIFY(showBars(app));
     QVERIFY(app.click(QStringLiteral("readerBack")));
     QTRY_VERIFY(!app.reader());
     QTRY_VERIFY(app.item(QStringLiteral("comicDetail300000")));
-    QTRY_VERIFY(home->hasReadHistory());
-    QVERIFY(app.click(QStringLiteral("readButton")));
-    QTRY_VERIFY(app.reader());
-    QTRY_VERIFY_WITH_TIMEOUT(app.reader()->pageCount() > 0, 15000);
-    QCOMPARE(app.reader()->chapterId(), chapterId);
-    QCOMPARE(app.reader()->pageId(), pageId);
-    QCOMPARE(app.reader()->currentPageIndex(), 2);
-    QTRY_COMPARE(app.item(QStringLiteral("readerStrip"))->property("contentX").toReal(), 1024.0 * 2);
+    QVERIFY(app.item(QStringLiteral("navigationRail")));
+    QCOMPARE(app.window()->size(), screen);
+    QVERIFY(app.root()->isLandscape());
 }
 
 void TestReaderScreen::aPageThatFailsUntilTheSiteIsFixed()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(true);
-    Launch app(QSize(768, 1024));
+    Launch app(QSize(1366, 768));
     QVERIFY(app.started());
 
     // A chapter nobody read yet, its first page's image cut off by the site.
     const QString comicId = QStringLiteral("10013");
     const QList<VORAChapterInfoDTO> chapterList = siteChapters(comicId);
     QVERIFY(!chapterList.isEmpty());
-    const QString chapterId = chapterList.first().chapterId;
     VORAGetChapterInfoService chapterService;
-    chapterService.chapterId = chapterId;
+    chapterService.chapterId = chapterList.first().chapterId;
     ServiceWaiter chapterWaiter;
     chapterService.asynchronousRequestWithDelegate(&chapterWaiter);
     QTRY_VERIFY_WITH_TIMEOUT(chapterWaiter.done, 10000);
@@ -221,68 +241,42 @@ void TestReaderScreen::aPageThatFailsUntilTheSiteIsFixed()
     const QString imagePath = QUrl(chapterService.pageList()->first().url).path().mid(1);
     m_site->faults().setDropMidBody(imagePath);
 
-    app.root()->openReader(comicId, chapterId, VORAReadComicManager::kFirstPage);
+    app.root()->openReader(comicId, chapterService.chapterId, VORAReadComicManager::kFirstPage);
     VORAReadHomePageViewController *reader = app.reader();
     QVERIFY(reader);
     QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("readerLoadingFail101002")), 15000);
     QVERIFY(reader->menuShown()); // the way back is offered
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(1), 15000);
-    QVERIFY(!app.pageShown(0));
     app.shot("reader-loading-fail.png");
 
-    // Retry while the site still fails: the view stays.
-    QVERIFY(app.click(QStringLiteral("readerRetry")));
-    QVERIFY(app.strip()->loadingFailLoading());
-    QTRY_VERIFY_WITH_TIMEOUT(!app.strip()->loadingFailLoading(), 15000);
-    QVERIFY(app.item(QStringLiteral("readerLoadingFail101002")));
-    QVERIFY(m_site->requestCount(imagePath) >= 2);
-
-    // Fixed: the retry brings the page.
+    // Fixed: the retry button brings the page.
     m_site->faults().clear();
     QVERIFY(app.click(QStringLiteral("readerRetry")));
     QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
     QTRY_VERIFY(!app.item(QStringLiteral("readerLoadingFail101002")));
-    QCOMPARE(reader->currentPageIndex(), 0);
 }
 
 void TestReaderScreen::buyingTheNextChapterFromTheReader()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(false);
-    Launch app(QSize(1024, 768));
+    Launch app(QSize(1366, 768));
     QVERIFY(app.started());
     QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
-    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    global->appStatus()->setFromAppStore(0);
-    const qint64 coins = global->user()->userCoin();
+    VORAAppGlobalData::shareAppGlobalData()->appStatus()->setFromAppStore(0);
 
-    // The third chapter of a comic whose chapters are paid from the fourth on.
+    // The last page of the third chapter of a comic paid from the fourth on.
     const QString comicId = QStringLiteral("10002");
     const QList<VORAChapterInfoDTO> chapterList = siteChapters(comicId);
     QVERIFY(chapterList.size() > 3);
-    const VORAChapterInfoDTO third = chapterList.at(2);
-    const VORAChapterInfoDTO fourth = chapterList.at(3);
-    QCOMPARE(fourth.type, 2u);
-    QVERIFY(fourth.price > 0 && fourth.price <= coins);
-
-    app.root()->openReader(comicId, third.chapterId, VORAReadComicManager::kFirstPage);
+    app.root()->openReader(comicId, chapterList.at(2).chapterId, VORAReadComicManager::kLastPage);
     VORAReadHomePageViewController *reader = app.reader();
-    QTRY_VERIFY_WITH_TIMEOUT(reader->pageCount() > 0, 15000);
-    QCOMPARE(reader->chapterId(), third.chapterId);
-    reader->quickTurnPage(reader->pageCount() - 1);
-    QTRY_VERIFY(app.restsOn(reader->pageCount() - 1));
+    QTRY_VERIFY_WITH_TIMEOUT(reader->pageCount() > 0 && app.restsOn(reader->pageCount() - 1), 15000);
 
     // Past the end: the coin dialog over the reader, answered in the window.
-    app.swipe(QPoint(700, 384), -400);
+    app.swipe(QPoint(900, 384), -400);
     QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("alertBox")), 15000);
-    QCOMPARE(app.item(QStringLiteral("alertMessage"))->property("text").toString(),
-             QString::asprintf("购买此章节需要%dquorin币", int(fourth.price)));
-    QCOMPARE(reader->chapterId(), third.chapterId);
     app.shot("reader-coin-alert.png");
     QVERIFY(app.click(QStringLiteral("alertButton1"))); // "购买此章节"
-    QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == fourth.chapterId, 15000);
-    QCOMPARE(reader->currentPageIndex(), 0);
-    QTRY_COMPARE(global->user()->userCoin(), coins - fourth.price);
-    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == chapterList.at(3).chapterId, 15000);
     QVERIFY(signInAs(QString(), QString()));
 }
 

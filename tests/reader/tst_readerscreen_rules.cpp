@@ -6,6 +6,7 @@
 // and the position saved on leaving.
 
 #include "CatalogueTestSupport.h"
+#include "core/VORAUserConfig.h"
 #include "reader/VORAComicViewManager.h"
 #include "reader/VORAPageImageCache.h"
 #include "reader/VORAPageImageProvider.h"
@@ -17,6 +18,8 @@
 #include "store/VORADatabaseManager.h"
 
 #include <QBuffer>
+#include <QGuiApplication>
+#include <QStyleHints>
 #include <QImage>
 #include <QPainter>
 #include <QSignalSpy>
@@ -96,6 +99,8 @@ private slots:
     void tapZones_data();
     void tapZones();
     void tapsOnTheStrip();
+    void readModesInTheWindow_data();
+    void readModesInTheWindow();
     void fittingPages_data();
     void fittingPages();
     void zoomLimitsAndDoubleTap_data();
@@ -255,18 +260,24 @@ void TestReaderScreenRules::tapZones_data()
     QTest::addColumn<QPointF>("point");
     QTest::addColumn<bool>("landscape");
     QTest::addColumn<bool>("zoomed");
+    QTest::addColumn<QSizeF>("surface");
     QTest::addColumn<int>("action");
-    QTest::newRow("right edge of the middle") << QPointF(824, 300) << true << false << int(TapAction::TapToggleMenu);
-    QTest::newRow("right zone") << QPointF(824.5, 300) << true << false << int(TapAction::TapScrollDown);
-    QTest::newRow("left edge of the middle") << QPointF(200, 300) << true << false << int(TapAction::TapToggleMenu);
-    QTest::newRow("left zone") << QPointF(199.5, 300) << true << false << int(TapAction::TapScrollUp);
-    QTest::newRow("band top") << QPointF(500, 60) << true << false << int(TapAction::TapToggleMenu);
-    QTest::newRow("above the band") << QPointF(500, 59.5) << true << false << int(TapAction::TapNothing);
-    QTest::newRow("band bottom") << QPointF(500, 658) << true << false << int(TapAction::TapToggleMenu);
-    QTest::newRow("below the band") << QPointF(500, 658.5) << true << false << int(TapAction::TapNothing);
-    QTest::newRow("right zone low") << QPointF(900, 740) << true << false << int(TapAction::TapScrollDown);
-    QTest::newRow("portrait right") << QPointF(700, 10) << false << false << int(TapAction::TapToggleMenu);
-    QTest::newRow("zoomed landscape right") << QPointF(900, 300) << true << true << int(TapAction::TapToggleMenu);
+    const QSizeF tablet(1024, 768), desktop(1366, 768);
+    QTest::newRow("right edge of the middle") << QPointF(824, 300) << true << false << tablet << int(TapAction::TapToggleMenu);
+    QTest::newRow("right zone") << QPointF(824.5, 300) << true << false << tablet << int(TapAction::TapScrollDown);
+    QTest::newRow("left edge of the middle") << QPointF(200, 300) << true << false << tablet << int(TapAction::TapToggleMenu);
+    QTest::newRow("left zone") << QPointF(199.5, 300) << true << false << tablet << int(TapAction::TapScrollUp);
+    QTest::newRow("band top") << QPointF(500, 60) << true << false << tablet << int(TapAction::TapToggleMenu);
+    QTest::newRow("above the band") << QPointF(500, 59.5) << true << false << tablet << int(TapAction::TapNothing);
+    QTest::newRow("band bottom") << QPointF(500, 658) << true << false << tablet << int(TapAction::TapToggleMenu);
+    QTest::newRow("below the band") << QPointF(500, 658.5) << true << false << tablet << int(TapAction::TapNothing);
+    QTest::newRow("right zone low") << QPointF(900, 740) << true << false << tablet << int(TapAction::TapScrollDown);
+    QTest::newRow("portrait right") << QPointF(700, 10) << false << false << tablet << int(TapAction::TapToggleMenu);
+    QTest::newRow("zoomed landscape right") << QPointF(900, 300) << true << true << tablet << int(TapAction::TapToggleMenu);
+    // A wider surface keeps the zones' share of it (1366: 266.8 and 1099.2).
+    QTest::newRow("wide: middle at 1000") << QPointF(1000, 300) << true << false << desktop << int(TapAction::TapToggleMenu);
+    QTest::newRow("wide: right zone") << QPointF(1100, 300) << true << false << desktop << int(TapAction::TapScrollDown);
+    QTest::newRow("wide: left zone at 250") << QPointF(250, 300) << true << false << desktop << int(TapAction::TapScrollUp);
 }
 
 void TestReaderScreenRules::tapZones()
@@ -274,8 +285,9 @@ void TestReaderScreenRules::tapZones()
     QFETCH(QPointF, point);
     QFETCH(bool, landscape);
     QFETCH(bool, zoomed);
+    QFETCH(QSizeF, surface);
     QFETCH(int, action);
-    QCOMPARE(int(VORAPictureImageView::tapActionAt(point, landscape, zoomed)), action);
+    QCOMPARE(int(VORAPictureImageView::tapActionAt(point, landscape, zoomed, surface)), action);
 }
 
 void TestReaderScreenRules::tapsOnTheStrip()
@@ -299,7 +311,9 @@ void TestReaderScreenRules::tapsOnTheStrip()
     manager->singleTap(0, 100, 300);
     QCOMPARE(sv->targetContentOffset(), QPointF(0, 0));
 
-    // The middle toggles the menu 0.1 s later; a double tap cancels it and zooms.
+    // The middle toggles the menu once a double tap can no longer come (at
+    // least 0.1 s later); a double tap cancels it and zooms.
+    QVERIFY(manager->toggleMenuDelay() >= std::max(100, QGuiApplication::styleHints()->mouseDoubleClickInterval()));
     QSignalSpy toggled(manager.get(), &VORAComicViewManager::toggleMenuRequested);
     manager->singleTap(0, 500, 300);
     QVERIFY(manager->toggleMenuPending());
@@ -315,6 +329,38 @@ void TestReaderScreenRules::tapsOnTheStrip()
     QVERIFY(manager->toggleMenuPending());
     manager->doubleTap(0, 900, 300);
     QCOMPARE(sv->targetZoomScale(), 1.0);
+}
+
+void TestReaderScreenRules::readModesInTheWindow_data()
+{
+    QTest::addColumn<QSizeF>("window");
+    QTest::addColumn<bool>("portraitReading");
+    QTest::addColumn<QRectF>("surface");
+    QTest::addColumn<int>("screenState");
+    QTest::newRow("portrait in 1366x768") << QSizeF(1366, 768) << true << QRectF(395, 0, 576, 768) << 0;
+    QTest::newRow("portrait in 1280x800") << QSizeF(1280, 800) << true << QRectF(340, 0, 600, 800) << 0;
+    QTest::newRow("portrait in a portrait window") << QSizeF(768, 1024) << true << QRectF(0, 0, 768, 1024) << 0;
+    QTest::newRow("landscape in 1366x768") << QSizeF(1366, 768) << false << QRectF(0, 0, 1366, 768) << 1;
+    QTest::newRow("landscape in a portrait window") << QSizeF(768, 1024) << false << QRectF(0, 224, 768, 576) << 1;
+    QTest::newRow("landscape in a square window") << QSizeF(800, 800) << false << QRectF(0, 100, 800, 600) << 1;
+}
+
+void TestReaderScreenRules::readModesInTheWindow()
+{
+    QFETCH(QSizeF, window);
+    QFETCH(bool, portraitReading);
+    QFETCH(QRectF, surface);
+    QFETCH(int, screenState);
+    VORAReadHomePageViewController reader;
+    VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(!portraitReading);
+    reader.applyReadMode();
+    VORAComicViewManager *manager = reader.comicViewManager();
+    manager->setWindowSize(window.width(), window.height());
+    // Switched from the other mode: the surface takes the new shape in the same window.
+    portraitReading ? reader.swtichScreenToportraitScreen() : reader.swtichScreenToLandscape();
+    QCOMPARE(manager->surfaceRect(), surface);
+    QCOMPARE(manager->viewSize(), surface.size());
+    QCOMPARE(reader.getCurrentScreenState(), screenState);
 }
 
 // --- Fitting and zoom ---

@@ -115,6 +115,8 @@ Window {
         visible: welcome !== null
     }
 
+    // The reader takes the whole window; its read mode shapes the reading
+    // surface inside it and never resizes the window.
     ReaderView {
         objectName: "readerView"
         anchors.fill: parent
@@ -122,18 +124,6 @@ Window {
         fontFamily: window.fontFamily
         visible: window.readerShown
         onVisibleChanged: if (visible) forceActiveFocus()
-    }
-
-    // The reader's read mode turns the window.
-    Connections {
-        target: rootController
-        function onWindowOrientationRequested(landscape) {
-            if (landscape === (window.width >= window.height) || window.width === window.height)
-                return;
-            const w = window.width;
-            window.width = window.height;
-            window.height = w;
-        }
     }
 
     OverlayLayer {

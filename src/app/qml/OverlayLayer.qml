@@ -53,9 +53,9 @@ Item {
     Rectangle {
         objectName: "progress19870319"
         visible: root.overlay && root.overlay.progressVisible
-        // Blocking panels sit in the middle; text-only ones low, like a toast.
-        anchors.horizontalCenter: parent.horizontalCenter
-        y: root.overlay && root.overlay.progressBlocking ? (parent.height - height) / 2 : parent.height * 0.8
+        // In the middle of the window, where no bar lies (a low toast would sit on
+        // the reader's dark bars and vanish there).
+        anchors.centerIn: parent
         width: Math.max(200, progressText.implicitWidth + 56)
         height: root.overlay && root.overlay.progressBlocking ? 128 : 64
         radius: 16

@@ -7,9 +7,10 @@ Item {
     id: root
     property QtObject manager
     property string fontFamily: "Noto Sans CJK SC"
-    // Where the panel sits; the reader screen may put it by its menu button.
+    // Where the panel sits; the reader screen puts it by its menu entry.
     property real panelX: (width - panel.width) / 2
-    property real panelY: height - panel.height - 96
+    property real panelY: (height - panel.height) / 2
+    readonly property real panelWidth: panel.width
 
     MouseArea {
         objectName: "luminanceCloseButton"

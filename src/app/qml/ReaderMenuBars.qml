@@ -11,6 +11,9 @@ Item {
     property string fontFamily
     readonly property bool shown: reader !== null && reader.menuShown
     readonly property bool landscape: width > height
+    // Portrait reading (the read mode, not the window's shape).
+    readonly property bool portraitReading: reader !== null && reader.verticalScreen
+    readonly property real barHeight: 70
     // The page the slider's thumb stands on while it is dragged.
     property int previewPage: -1
 
@@ -19,7 +22,7 @@ Item {
         id: topBar
         objectName: "readerTopBar"
         width: parent.width
-        height: 70
+        height: root.barHeight
         y: root.shown ? 0 : -height - 4
         visible: y > -height - 4
         color: "#EB23253A"
@@ -62,8 +65,8 @@ Item {
                     { "name": "readerLuminance", "icon": "readluminance.png", "label": "亮度", "action": "popUpLuminanceView" },
                     { "name": "readerHelp", "icon": "readhelp.png", "label": "帮助", "action": "popUpHelpView" },
                     // The read mode entry offers the other mode.
-                    { "name": "readerReadMode", "icon": root.landscape ? "readmodeportrait.png" : "readmodelandscape.png",
-                      "label": root.landscape ? "竖屏" : "横屏", "action": "swtichScreen" }
+                    { "name": "readerReadMode", "icon": root.portraitReading ? "readmodelandscape.png" : "readmodeportrait.png",
+                      "label": root.portraitReading ? "横屏" : "竖屏", "action": "swtichScreen" }
                 ]
                 delegate: barButton
             }
@@ -110,7 +113,7 @@ Item {
         id: bottomBar
         objectName: "readerBottomBar"
         width: parent.width
-        height: 70
+        height: root.barHeight
         y: root.shown ? parent.height - height : parent.height + 4
         visible: y < parent.height + 4
         color: "#EB23253A"

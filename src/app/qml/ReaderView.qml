@@ -1,11 +1,12 @@
 import QtQuick
 import QtQuick.Window
 
-// The reader screen (VORAReadHomePageViewController), full screen over the
-// shell: the page strip on black, the brightness layer over the pages, the
-// loading and failure indicators, the menu bars with the tucao menu, and the
-// tucao input view and editing layer. Arrow keys and page keys
-// turn pages; Escape goes back.
+// The reader screen (VORAReadHomePageViewController), full window over the
+// shell: the page strip on black inside the reading surface (the read mode's
+// shape laid out in the window the user chose), the brightness layer over the
+// pages, the loading and failure indicators, the menu bars with the tucao
+// menu across the window, and the tucao input view and editing layer over the
+// surface. Arrow keys and page keys turn pages; Escape goes back.
 Rectangle {
     id: root
     property QtObject reader
@@ -13,17 +14,18 @@ Rectangle {
     // Laid over each page in displayed-image coordinates (the tucao overlay).
     property Component pageOverlay
     readonly property QtObject manager: reader ? reader.comicViewManager : null
+    readonly property rect surface: manager ? manager.surfaceRect : Qt.rect(0, 0, width, height)
 
     color: "black"
     focus: visible
 
-    onWidthChanged: if (manager) manager.setViewSize(width, height)
-    onHeightChanged: if (manager) manager.setViewSize(width, height)
+    onWidthChanged: if (manager) manager.setWindowSize(width, height)
+    onHeightChanged: if (manager) manager.setWindowSize(width, height)
     onManagerChanged: {
         if (!manager)
             return;
         manager.devicePixelRatio = Screen.devicePixelRatio > 0 ? Screen.devicePixelRatio : 1;
-        manager.setViewSize(width, height);
+        manager.setWindowSize(width, height);
     }
 
     Keys.onLeftPressed: if (manager) manager.turnPage(-1)
@@ -46,13 +48,30 @@ Rectangle {
     // Nothing under the reader takes a touch.
     MouseArea { anchors.fill: parent }
 
-    ReaderPageStrip {
-        id: strip
-        objectName: "readerStrip"
-        anchors.fill: parent
-        manager: root.manager
-        fontFamily: root.fontFamily
-        pageOverlay: root.pageOverlay
+    // The reading surface.
+    Item {
+        objectName: "readerSurface"
+        x: root.surface.x
+        y: root.surface.y
+        width: root.surface.width
+        height: root.surface.height
+
+        ReaderPageStrip {
+            id: strip
+            objectName: "readerStrip"
+            anchors.fill: parent
+            manager: root.manager
+            fontFamily: root.fontFamily
+            pageOverlay: root.pageOverlay
+        }
+
+        ReaderLoadingFailView {
+            objectName: "readerLoadingFail101002"
+            anchors.centerIn: parent
+            manager: root.manager
+            fontFamily: root.fontFamily
+            visible: root.manager !== null && root.manager.loadingFailVisible
+        }
     }
 
     // Brightness: a black layer over the pages.
@@ -98,15 +117,25 @@ Rectangle {
         }
     }
 
-    ReaderLoadingFailView {
-        objectName: "readerLoadingFail101002"
-        anchors.centerIn: parent
-        manager: root.manager
-        fontFamily: root.fontFamily
-        visible: root.manager !== null && root.manager.loadingFailVisible
+    // The brightness panel under the top bar, by its entry. It lies beneath
+    // the bars: a click on another entry reaches that entry (which closes the
+    // panel); a click on the page only closes the panel.
+    Loader {
+        anchors.fill: parent
+        active: root.reader !== null && root.reader.luminancePanel !== null
+        sourceComponent: Component {
+            ReaderLuminancePanel {
+                objectName: "readerLuminancePanel"
+                manager: root.reader.luminancePanel
+                fontFamily: root.fontFamily
+                panelX: Math.max(12, width - panelWidth - 12)
+                panelY: menuBars.barHeight + 12
+            }
+        }
     }
 
     ReaderMenuBars {
+        id: menuBars
         objectName: "readerMenuBars"
         anchors.fill: parent
         reader: root.reader
@@ -126,21 +155,28 @@ Rectangle {
         Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
     }
 
-    // Writing a tucao: the text, then the tap that places it.
-    TucaoInputView {
-        objectName: "readerTucaoInput"
-        input: root.reader ? root.reader.tucaoInputView : null
-        fontFamily: root.fontFamily
-    }
+    // Over the surface, in its points: writing a tucao (the text, then the tap
+    // that places it) and the editing act on the current page, while it lives.
+    Item {
+        x: root.surface.x
+        y: root.surface.y
+        width: root.surface.width
+        height: root.surface.height
 
-    // The editing act on the current page, while it lives.
-    Loader {
-        active: root.reader !== null && root.reader.tucaoEditManager !== null
-        sourceComponent: Component {
-            TucaoEditMenu {
-                objectName: "readerTucaoEdit"
-                edit: root.reader.tucaoEditManager
-                fontFamily: root.fontFamily
+        TucaoInputView {
+            objectName: "readerTucaoInput"
+            input: root.reader ? root.reader.tucaoInputView : null
+            fontFamily: root.fontFamily
+        }
+
+        Loader {
+            active: root.reader !== null && root.reader.tucaoEditManager !== null
+            sourceComponent: Component {
+                TucaoEditMenu {
+                    objectName: "readerTucaoEdit"
+                    edit: root.reader.tucaoEditManager
+                    fontFamily: root.fontFamily
+                }
             }
         }
     }
@@ -169,18 +205,10 @@ Rectangle {
         }
     }
     Loader {
-        anchors.fill: parent
-        active: root.reader !== null && root.reader.luminancePanel !== null
-        sourceComponent: Component {
-            ReaderLuminancePanel {
-                objectName: "readerLuminancePanel"
-                manager: root.reader.luminancePanel
-                fontFamily: root.fontFamily
-            }
-        }
-    }
-    Loader {
-        anchors.fill: parent
+        x: root.surface.x
+        y: root.surface.y
+        width: root.surface.width
+        height: root.surface.height
         active: root.reader !== null && root.reader.helpShown
         sourceComponent: Component {
             ReaderHelpView {

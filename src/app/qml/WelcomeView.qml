@@ -1,12 +1,21 @@
 import QtQuick
 
-// The welcome pages of the first launch (tag 4733801).
+// The welcome pages of the first launch (tag 4733801). Besides a swipe, the
+// wheel and the arrow keys turn the pages; Return on the last one closes them.
 Rectangle {
     id: root
     property QtObject welcome
 
     color: "#2E3047"
     MouseArea { anchors.fill: parent }
+
+    onVisibleChanged: if (visible) forceActiveFocus()
+    Component.onCompleted: if (visible) forceActiveFocus()
+    Keys.onRightPressed: pages.incrementCurrentIndex()
+    Keys.onDownPressed: pages.incrementCurrentIndex()
+    Keys.onLeftPressed: pages.decrementCurrentIndex()
+    Keys.onUpPressed: pages.decrementCurrentIndex()
+    Keys.onReturnPressed: if (pages.currentIndex === pages.count - 1) root.welcome.deleteWelcomeView()
 
     ListView {
         id: pages
@@ -43,6 +52,18 @@ Rectangle {
                 anchors.fill: parent
                 onClicked: root.welcome.deleteWelcomeView()
             }
+        }
+    }
+
+    MouseArea {
+        objectName: "welcomeWheel"
+        anchors.fill: parent
+        acceptedButtons: Qt.NoButton // clicks go to the pages
+        onWheel: (wheel) => {
+            if (wheel.angleDelta.y < 0 || wheel.angleDelta.x < 0)
+                pages.incrementCurrentIndex()
+            else if (wheel.angleDelta.y > 0 || wheel.angleDelta.x > 0)
+                pages.decrementCurrentIndex()
         }
     }
 }

@@ -183,6 +183,10 @@ void TestReaderScreen::readModesInsideTheWindow()
     QCOMPARE(app.window()->size(), screen);
     QCOMPARE(reader->getCurrentScreenState(), 0);
     QCOMPARE(sceneRect(app.item(QStringLiteral("readerSurface"))), app.strip()->surfaceRect());
+    // A click on the black beside the column shows the bars.
+    QTRY_VERIFY(!reader->menuShown());
+    app.tap(QPoint(40, screen.height() / 2));
+    QTRY_VERIFY(reader->menuShown());
     QVERIFY(showBars(app));
     const QRectF window(QPointF(0, 0), QSizeF(screen));
     for (const char *control : {"readerBack", "readerAddBookmark", "readerBookmarks", "readerChapters", "readerLuminance",

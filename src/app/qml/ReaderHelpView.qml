@@ -1,16 +1,18 @@
 import QtQuick
 
 // What the reader's tap zones and gestures do, drawn over the reading
-// surface. In landscape reading the left and right edges scroll a tall page
-// by one screen; elsewhere a tap shows or hides the menus. A tap anywhere
-// closes the help (dismissed()).
+// surface (`area`, in the view's coordinates; the whole view by default) on a
+// shade over the whole view. In landscape reading the left and right edges
+// scroll a tall page by one screen; elsewhere a tap shows or hides the menus.
+// A tap anywhere closes the help (dismissed()).
 Item {
     id: root
     property QtObject controller // the reader screen (screenState: 1 landscape)
     property string fontFamily: "Noto Sans CJK SC"
-    readonly property bool landscape: controller ? controller.screenState === 1 : width > height
+    property rect area: Qt.rect(0, 0, width, height)
+    readonly property bool landscape: controller ? controller.screenState === 1 : area.width > area.height
     // The page view's edge zones are 200 points of a 1024-point-wide screen.
-    readonly property real edge: landscape ? width * 200 / 1024 : 0
+    readonly property real edge: landscape ? area.width * 200 / 1024 : 0
     signal dismissed()
 
     Rectangle {
@@ -51,76 +53,84 @@ Item {
         }
     }
 
-    Zone {
-        objectName: "helpZoneUp"
-        visible: root.landscape
-        x: 12; y: 12
-        width: root.edge - 18
-        height: root.height - 24
-        title: "向上滚动"
-        detail: "长页面向上滚动一屏"
-    }
-    Zone {
-        objectName: "helpZoneMenu"
-        x: root.landscape ? root.edge + 6 : 12
-        y: 12
-        width: root.width - 2 * x
-        height: root.height * 0.46
-        title: "轻触：显示 / 隐藏菜单"
-        detail: "菜单里有目录、书签、亮度、吐槽和横竖屏切换"
-    }
-    Zone {
-        objectName: "helpZoneDown"
-        visible: root.landscape
-        x: root.width - root.edge + 6; y: 12
-        width: root.edge - 18
-        height: root.height - 24
-        title: "向下滚动"
-        detail: "长页面向下滚动一屏"
-    }
+    Item {
+        id: surface
+        x: root.area.x
+        y: root.area.y
+        width: root.area.width
+        height: root.area.height
 
-    Column {
-        objectName: "helpGestures"
-        x: root.landscape ? root.edge + 30 : 36
-        y: root.height * 0.46 + 40
-        width: root.width - 2 * x
-        spacing: 14
-        Repeater {
-            model: [
-                ["左右滑动", "翻到上一页 / 下一页"],
-                ["在第一页或最后一页继续滑动", "进入上一章 / 下一章"],
-                ["双击", "放大到触点附近；放大时双击还原"],
-                ["双指捏合", "缩放页面（0.6 – 1.64 倍）"],
-                ["拖动页码滑块", "快速跳到某一页"]
-            ]
-            delegate: Row {
-                spacing: 16
-                Rectangle {
-                    width: 10; height: 10; radius: 5
-                    anchors.verticalCenter: parent.verticalCenter
-                    color: "#FF7043"
-                }
-                Text {
-                    text: modelData[0]
-                    color: "white"
-                    font.family: root.fontFamily
-                    font.pixelSize: 17
-                    font.bold: true
-                }
-                Text {
-                    text: modelData[1]
-                    color: "#D8D4E8"
-                    font.family: root.fontFamily
-                    font.pixelSize: 16
+        Zone {
+            objectName: "helpZoneUp"
+            visible: root.landscape
+            x: 12; y: 12
+            width: root.edge - 18
+            height: surface.height - 24
+            title: "向上滚动"
+            detail: "长页面向上滚动一屏"
+        }
+        Zone {
+            objectName: "helpZoneMenu"
+            x: root.landscape ? root.edge + 6 : 12
+            y: 12
+            width: surface.width - 2 * x
+            height: surface.height * 0.46
+            title: "轻触：显示 / 隐藏菜单"
+            detail: "菜单里有目录、书签、亮度、吐槽和横竖屏切换"
+        }
+        Zone {
+            objectName: "helpZoneDown"
+            visible: root.landscape
+            x: surface.width - root.edge + 6; y: 12
+            width: root.edge - 18
+            height: surface.height - 24
+            title: "向下滚动"
+            detail: "长页面向下滚动一屏"
+        }
+
+        Column {
+            objectName: "helpGestures"
+            x: root.landscape ? root.edge + 30 : 36
+            y: surface.height * 0.46 + 40
+            width: surface.width - 2 * x
+            spacing: 14
+            Repeater {
+                model: [
+                    ["左右滑动", "翻到上一页 / 下一页"],
+                    ["在第一页或最后一页继续滑动", "进入上一章 / 下一章"],
+                    ["双击", "放大到触点附近；放大时双击还原"],
+                    ["双指捏合", "缩放页面（0.6 – 1.64 倍）"],
+                    ["拖动页码滑块", "快速跳到某一页"]
+                ]
+                delegate: Row {
+                    spacing: 16
+                    Rectangle {
+                        width: 10; height: 10; radius: 5
+                        anchors.verticalCenter: parent.verticalCenter
+                        color: "#FF7043"
+                    }
+                    Text {
+                        text: modelData[0]
+                        color: "white"
+                        font.family: root.fontFamily
+                        font.pixelSize: 17
+                        font.bold: true
+                    }
+                    Text {
+                        text: modelData[1]
+                        color: "#D8D4E8"
+                        font.family: root.fontFamily
+                        font.pixelSize: 16
+                    }
                 }
             }
-        }
-        Item { width: 1; height: 10 }
-        Text {
-            text: "点击任意位置关闭"
-            color: "#9A93A6"
-            font.family: root.fontFamily
-            font.pixelSize: 14
+            Item { width: 1; height: 10 }
+            Text {
+                text: "点击任意位置关闭"
+                color: "#9A93A6"
+                font.family: root.fontFamily
+                font.pixelSize: 14
+            }
         }
     }
 

@@ -45,8 +45,13 @@ Rectangle {
         }
     }
 
-    // Nothing under the reader takes a touch.
-    MouseArea { anchors.fill: parent }
+    // Nothing under the reader takes a touch; a click beside the reading
+    // surface shows or hides the bars.
+    MouseArea {
+        objectName: "readerBeside"
+        anchors.fill: parent
+        onClicked: if (root.reader) root.reader.toggleMenu()
+    }
 
     // The reading surface.
     Item {
@@ -205,15 +210,13 @@ Rectangle {
         }
     }
     Loader {
-        x: root.surface.x
-        y: root.surface.y
-        width: root.surface.width
-        height: root.surface.height
+        anchors.fill: parent
         active: root.reader !== null && root.reader.helpShown
         sourceComponent: Component {
             ReaderHelpView {
                 objectName: "readerHelpView"
                 controller: root.reader
+                area: root.surface
                 fontFamily: root.fontFamily
                 onDismissed: root.reader.hideHelpView()
             }

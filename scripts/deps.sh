@@ -5,7 +5,7 @@ packages=(
   g++ cmake ninja-build ccache pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools
   qt6-image-formats-plugins qml6-module-qtquick qml6-module-qtquick-layouts
-  qml6-module-qtquick-window qml6-module-qtqml-workerscript libgl-dev
+  qml6-module-qtquick-window qml6-module-qtqml qml6-module-qtqml-workerscript libgl-dev
   libsqlite3-dev sqlite3 zlib1g-dev fonts-noto-cjk xvfb xauth python3
 )
 missing=()

@@ -19,7 +19,7 @@
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
-#include <QQmlContext>
+#include <QQmlComponent>
 #include <QQuickWindow>
 
 VORAAppDelegate::VORAAppDelegate(VORAOverlayLayer *overlays, QObject *parent)
@@ -35,7 +35,8 @@ VORAAppDelegate::~VORAAppDelegate()
         m_autoLoginService->cancelRequest();
     if (m_checkVersionService)
         m_checkVersionService->cancelRequest();
-    // The QML goes before the objects it shows.
+    // The QML goes before the objects it shows, the window before its engine.
+    m_window.reset();
     m_engine.reset();
 }
 
@@ -49,9 +50,7 @@ void VORAAppDelegate::setInitialSize(int width, int height)
 
 QQuickWindow *VORAAppDelegate::window() const
 {
-    if (!m_engine || m_engine->rootObjects().isEmpty())
-        return nullptr;
-    return qobject_cast<QQuickWindow *>(m_engine->rootObjects().constFirst());
+    return qobject_cast<QQuickWindow *>(m_window.get());
 }
 
 bool VORAAppDelegate::didFinishLaunching()
@@ -102,15 +101,16 @@ void VORAAppDelegate::loadWindow()
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->addImageProvider(QStringLiteral("quorin"), new VORAImageProvider);
     m_engine->addImageProvider(VORAPageImageProvider::providerName, new VORAPageImageProvider);
-    QQmlContext *context = m_engine->rootContext();
-    context->setContextProperty(QStringLiteral("appDelegate"), this);
-    context->setContextProperty(QStringLiteral("rootController"), m_rootViewController);
-    context->setContextProperty(QStringLiteral("overlayLayer"), m_overlays);
-    context->setContextProperty(QStringLiteral("initialWidth"), m_width);
-    context->setContextProperty(QStringLiteral("initialHeight"), m_height);
-    m_engine->load(QUrl(QStringLiteral("qrc:/Quorin/qml/Main.qml")));
-    if (m_engine->rootObjects().isEmpty())
-        qCCritical(lcApp) << "the main window could not be loaded";
+    // The window's required properties: what it draws and its first size.
+    QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/Quorin/qml/Main.qml")));
+    m_window.reset(component.createWithInitialProperties({
+        {QStringLiteral("rootController"), QVariant::fromValue(m_rootViewController)},
+        {QStringLiteral("overlayLayer"), QVariant::fromValue(m_overlays)},
+        {QStringLiteral("width"), m_width},
+        {QStringLiteral("height"), m_height},
+    }));
+    if (!window())
+        qCCritical(lcApp) << "the main window could not be loaded:" << component.errorString();
 }
 
 void VORAAppDelegate::showMBProgressHUD(const QString &text)

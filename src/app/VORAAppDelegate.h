@@ -86,6 +86,7 @@ private:
     VORAOverlayLayer *m_overlays = nullptr;
     VORARootViewController *m_rootViewController = nullptr;
     std::unique_ptr<QQmlApplicationEngine> m_engine;
+    std::unique_ptr<QObject> m_window; // made by a component of m_engine: the caller owns it
     QPointer<VORAAutoLoginService> m_autoLoginService;
     QPointer<VORACheckVersionService> m_checkVersionService;
     bool m_showsWindow = true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QPointer>
 #include <QTimer>
 #include <QVariantList>
@@ -18,6 +19,8 @@ struct Notification;
 class VORAOverlayLayer : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the app makes the one overlay layer")
     Q_PROPERTY(QString noticeText READ noticeText NOTIFY noticeChanged)
     Q_PROPERTY(bool noticeVisible READ noticeVisible NOTIFY noticeChanged)
     Q_PROPERTY(QVariantList alerts READ alerts NOTIFY alertsChanged)

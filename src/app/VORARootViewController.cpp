@@ -71,13 +71,6 @@ bool VORARootViewController::hasScreen(int tag)
     return tag == 100 || (tag >= 101 && tag <= 104) || tag == 107 || tag == 108;
 }
 
-QObject *VORARootViewController::recommentViewObject() const { return m_recommentView; }
-QObject *VORARootViewController::settingViewObject() const { return m_settingView; }
-QObject *VORARootViewController::welcomeViewObject() const { return m_welcomeView; }
-QObject *VORARootViewController::sortViewObject() const { return m_sortView; }
-QObject *VORARootViewController::searchViewObject() const { return m_searchView; }
-QObject *VORARootViewController::comicHomePageViewObject() const { return m_comicHomePageView; }
-QObject *VORARootViewController::readHomePageViewControllerObject() const { return m_reader; }
 
 void VORARootViewController::switchView(int tag)
 {

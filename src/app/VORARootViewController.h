@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QPointer>
 #include <QVariantList>
 #include <QVariantMap>
@@ -14,6 +15,14 @@ class VORASettingView;
 class WelcomeViewController;
 struct Notification;
 
+Q_MOC_INCLUDE("VORASettingView.h")
+Q_MOC_INCLUDE("WelcomeViewController.h")
+Q_MOC_INCLUDE("catalogue/VORAComicHomePageView.h")
+Q_MOC_INCLUDE("catalogue/VORARecommentView.h")
+Q_MOC_INCLUDE("catalogue/VORASearchView.h")
+Q_MOC_INCLUDE("catalogue/VORASortView.h")
+Q_MOC_INCLUDE("reader/VORAReadHomePageViewController.h")
+
 // The one root screen controller: the main screens side by side, switched by
 // button tag (screens are created on first switch and then kept), the overlays
 // by view tag (comic detail 300000, download detail 300001, dimming 777777),
@@ -22,25 +31,27 @@ struct Notification;
 class VORARootViewController : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the app delegate makes the one root controller")
     Q_PROPERTY(int buttonCount READ buttonCount NOTIFY currentChanged)
     Q_PROPERTY(int currentTag READ currentTag NOTIFY currentChanged)
     Q_PROPERTY(QVariantList buttons READ buttons CONSTANT)
-    Q_PROPERTY(QObject *recommentView READ recommentViewObject NOTIFY screensChanged)
-    Q_PROPERTY(QObject *settingView READ settingViewObject NOTIFY screensChanged)
-    Q_PROPERTY(QObject *sortView READ sortViewObject NOTIFY screensChanged)
-    Q_PROPERTY(QObject *searchView READ searchViewObject NOTIFY screensChanged)
-    Q_PROPERTY(QObject *comicHomePageView READ comicHomePageViewObject NOTIFY screensChanged)
+    Q_PROPERTY(VORARecommentView *recommentView READ recommentView NOTIFY screensChanged)
+    Q_PROPERTY(VORASettingView *settingView READ settingView NOTIFY screensChanged)
+    Q_PROPERTY(VORASortView *sortView READ sortView NOTIFY screensChanged)
+    Q_PROPERTY(VORASearchView *searchView READ searchView NOTIFY screensChanged)
+    Q_PROPERTY(VORAComicHomePageView *comicHomePageView READ comicHomePageView NOTIFY screensChanged)
     Q_PROPERTY(bool settingsOpen READ settingsOpen NOTIFY settingsOpenChanged)
     Q_PROPERTY(qreal dimmingAlpha READ dimmingAlpha NOTIFY dimmingChanged)
     Q_PROPERTY(QString downloadBadge READ downloadBadge NOTIFY badgesChanged)
     Q_PROPERTY(bool downloadBadgeVisible READ downloadBadgeVisible NOTIFY badgesChanged)
     Q_PROPERTY(QString bookshelfBadge READ bookshelfBadge NOTIFY badgesChanged)
     Q_PROPERTY(bool bookshelfBadgeVisible READ bookshelfBadgeVisible NOTIFY badgesChanged)
-    Q_PROPERTY(QObject *welcomeView READ welcomeViewObject NOTIFY welcomeChanged)
+    Q_PROPERTY(WelcomeViewController *welcomeView READ welcomeView NOTIFY welcomeChanged)
     Q_PROPERTY(bool landscape READ isLandscape NOTIFY orientationChanged)
     Q_PROPERTY(QVariantMap comicDetail READ comicDetail NOTIFY comicDetailChanged)
     Q_PROPERTY(QString backgroundName READ backgroundName NOTIFY backgroundChanged)
-    Q_PROPERTY(QObject *readHomePageViewController READ readHomePageViewControllerObject NOTIFY readerChanged)
+    Q_PROPERTY(VORAReadHomePageViewController *readHomePageViewController READ readHomePageViewController NOTIFY readerChanged)
 public:
     static constexpr int comicDetailTag = 300000;
     static constexpr int downloadDetailTag = 300001;
@@ -56,15 +67,10 @@ public:
     static bool hasScreen(int tag);
 
     VORARecommentView *recommentView() const { return m_recommentView; }
-    QObject *recommentViewObject() const;
     VORASettingView *settingView() const { return m_settingView; }
     VORASortView *sortView() const { return m_sortView; }
-    QObject *sortViewObject() const;
     VORASearchView *searchView() const { return m_searchView; }
-    QObject *searchViewObject() const;
     VORAComicHomePageView *comicHomePageView() const { return m_comicHomePageView; }
-    QObject *comicHomePageViewObject() const;
-    QObject *settingViewObject() const;
     bool settingsOpen() const { return m_settingsOpen; }
     qreal dimmingAlpha() const { return m_dimmingAlpha; }
     QString downloadBadge() const { return m_downloadBadge; }
@@ -72,14 +78,12 @@ public:
     QString bookshelfBadge() const { return m_bookshelfBadge; }
     bool bookshelfBadgeVisible() const { return m_bookshelfBadgeVisible; }
     WelcomeViewController *welcomeView() const { return m_welcomeView; }
-    QObject *welcomeViewObject() const;
     bool isLandscape() const { return m_landscape; }
     QVariantMap comicDetail() const { return m_comicDetail; }
     bool hasComicDetail() const { return !m_comicDetail.isEmpty(); }
     QString backgroundName() const { return m_backgroundName; }
     // The reader while it is open (full screen over everything else).
     VORAReadHomePageViewController *readHomePageViewController() const { return m_reader; }
-    QObject *readHomePageViewControllerObject() const;
 
     // Entry point of every main button.
     Q_INVOKABLE void switchView(int tag);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QString>
 
 // The settings panel (button tag 108): the reader preferences of
@@ -10,6 +11,8 @@
 class VORASettingView : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the root controller makes the settings panel")
     Q_PROPERTY(bool isNotifyUpdate READ isNotifyUpdate WRITE setIsNotifyUpdate NOTIFY preferencesChanged)
     Q_PROPERTY(bool isTurnPageByVolumeBtn READ isTurnPageByVolumeBtn WRITE setIsTurnPageByVolumeBtn NOTIFY preferencesChanged)
     Q_PROPERTY(bool isDisplayTuCao READ isDisplayTuCao WRITE setIsDisplayTuCao NOTIFY preferencesChanged)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QStringList>
 
 // The welcome pages of the first launch (view tag 4733801): five pages, four
@@ -9,6 +10,8 @@
 class WelcomeViewController : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the root controller makes the welcome pages")
     Q_PROPERTY(QStringList pages READ pages NOTIFY pagesChanged)
     Q_PROPERTY(int tag READ tag CONSTANT)
 public:

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The comic detail page (tag 300000), reused by every list: head information,
 // start / continue reading, the bookshelf button and the chapter list with its
@@ -6,7 +7,8 @@ import QtQuick
 // the name and cover the list passed, shown until the answer arrives.
 Rectangle {
     id: page
-    property QtObject home
+    property VORAComicHomePageView home
+    property VORARootViewController rootController
     property var detail
     property string fontFamily
     readonly property var head: home && home.hasComicInfo ? home.headInfo : ({})
@@ -219,7 +221,7 @@ Rectangle {
             MouseArea {
                 id: closeArea
                 anchors.fill: parent
-                onClicked: page.home ? page.home.close() : rootController.removeComicDetailAndDownloadDeitail()
+                onClicked: page.home ? page.home.close() : page.rootController.removeComicDetailAndDownloadDeitail()
             }
         }
 

@@ -1,35 +1,40 @@
 import QtQuick
 import QtQuick.Window
+import Quorin
 
 Window {
     id: window
-    width: initialWidth
-    height: initialHeight
     visible: true
     title: "Quorin Reader"
-    color: "#FFF3E6"
+    color: Theme.windowBackground
+
+    // Set by the app delegate as it loads the window (with its first size).
+    required property VORARootViewController rootController
+    required property VORAOverlayLayer overlayLayer
 
     readonly property bool landscape: rootController.landscape
-    readonly property string fontFamily: "Noto Sans CJK SC"
-    readonly property QtObject reader: rootController.readHomePageViewController
+    readonly property string fontFamily: Theme.fontFamily
+    readonly property VORAReadHomePageViewController reader: rootController.readHomePageViewController
     // The reader covers the shell: what lies under it is not drawn.
     readonly property bool readerShown: reader !== null && reader.active
 
-    onWidthChanged: rootController.setWindowSize(width, height)
-    onHeightChanged: rootController.setWindowSize(width, height)
+    // The first size may come before the root controller as the window is made.
+    onWidthChanged: if (rootController) rootController.setWindowSize(width, height)
+    onHeightChanged: if (rootController) rootController.setWindowSize(width, height)
     Component.onCompleted: rootController.setWindowSize(width, height)
 
     Image {
         objectName: "background"
         anchors.fill: parent
         visible: !window.readerShown
-        source: "image://quorin/art/" + rootController.backgroundName
+        source: "image://quorin/art/" + window.rootController.backgroundName
         fillMode: Image.PreserveAspectCrop
         asynchronous: true
     }
 
     NavigationRail {
         id: rail
+        rootController: window.rootController
         objectName: "navigationRail"
         visible: !window.readerShown
         landscape: window.landscape
@@ -52,33 +57,34 @@ Window {
         FeedView {
             objectName: "feedView"
             anchors.fill: parent
-            feed: rootController.recommentView
+            feed: window.rootController.recommentView
             fontFamily: window.fontFamily
-            visible: rootController.currentTag === 100 && feed !== null
+            visible: window.rootController.currentTag === 100 && feed !== null
         }
 
         SortView {
             objectName: "sortView"
             anchors.fill: parent
-            sort: rootController.sortView
+            sort: window.rootController.sortView
             fontFamily: window.fontFamily
-            visible: rootController.currentTag >= 101 && rootController.currentTag <= 104 && sort !== null
+            visible: window.rootController.currentTag >= 101 && window.rootController.currentTag <= 104 && sort !== null
         }
 
         SearchView {
             objectName: "searchView"
             anchors.fill: parent
-            search: rootController.searchView
+            search: window.rootController.searchView
             fontFamily: window.fontFamily
-            visible: rootController.currentTag === 107 && search !== null
+            visible: window.rootController.currentTag === 107 && search !== null
         }
     }
 
     ComicHomePageView {
         objectName: "comicDetail300000"
         anchors.fill: content
-        home: rootController.comicHomePageView
-        detail: rootController.comicDetail
+        home: window.rootController.comicHomePageView
+        rootController: window.rootController
+        detail: window.rootController.comicDetail
         fontFamily: window.fontFamily
         visible: detail.tag === 300000 && !window.readerShown
     }
@@ -88,22 +94,23 @@ Window {
         objectName: "dimming777777"
         anchors.fill: parent
         color: "black"
-        opacity: rootController.dimmingAlpha
+        opacity: window.rootController.dimmingAlpha
         visible: opacity > 0
         Behavior on opacity { NumberAnimation { duration: 500 } }
         MouseArea {
             anchors.fill: parent
-            onClicked: rootController.closeSettingView()
+            onClicked: window.rootController.closeSettingView()
         }
     }
 
     SettingsPanel {
         objectName: "settingsPanel"
-        settings: rootController.settingView
+        settings: window.rootController.settingView
+        rootController: window.rootController
         fontFamily: window.fontFamily
         width: Math.min(440, window.width - 40)
         height: window.height
-        x: rootController.settingsOpen ? window.width - width : window.width
+        x: window.rootController.settingsOpen ? window.width - width : window.width
         visible: settings !== null && x < window.width
         Behavior on x { NumberAnimation { duration: 300; easing.type: Easing.OutCubic } }
     }
@@ -111,7 +118,7 @@ Window {
     WelcomeView {
         objectName: "welcomeView"
         anchors.fill: parent
-        welcome: rootController.welcomeView
+        welcome: window.rootController.welcomeView
         visible: welcome !== null
     }
 
@@ -129,7 +136,7 @@ Window {
     OverlayLayer {
         objectName: "overlayLayer"
         anchors.fill: parent
-        overlay: overlayLayer
+        overlay: window.overlayLayer
         fontFamily: window.fontFamily
     }
 }

@@ -1,15 +1,17 @@
 import QtQuick
+import Quorin
 
 // The row of main buttons: a rail down the left side in landscape, a bar along
 // the bottom in portrait. It scrolls when the window is too small to hold every
 // button, so each one stays reachable.
 Rectangle {
     id: rail
+    property VORARootViewController rootController
     property bool landscape: true
     property string fontFamily
     // Short windows drop the emblem's name and tighten the buttons.
     readonly property bool compact: landscape ? height < 720 : width < 640
-    readonly property int buttonCount: rootController.buttons.length
+    readonly property int buttonCount: rail.rootController.buttons.length
 
     gradient: Gradient {
         orientation: rail.landscape ? Gradient.Vertical : Gradient.Horizontal
@@ -64,12 +66,12 @@ Rectangle {
             y: rail.landscape ? 0 : (rail.height - height) / 2
 
             Repeater {
-                model: rootController.buttons
+                model: rail.rootController.buttons
                 delegate: Rectangle {
                     id: button
                     objectName: "button" + modelData.tag
-                    readonly property bool current: rootController.currentTag === modelData.tag
-                                                    || (modelData.tag === 108 && rootController.settingsOpen)
+                    readonly property bool current: rail.rootController.currentTag === modelData.tag
+                                                    || (modelData.tag === 108 && rail.rootController.settingsOpen)
                     width: buttons.buttonWidth
                     height: rail.landscape ? (rail.compact ? 62 : 72) : 60
                     radius: 16
@@ -95,7 +97,7 @@ Rectangle {
                     MouseArea {
                         id: area
                         anchors.fill: parent
-                        onClicked: rootController.switchView(modelData.tag)
+                        onClicked: rail.rootController.switchView(modelData.tag)
                     }
                 }
             }

@@ -1,10 +1,12 @@
 import QtQuick
+import Quorin
 
 // The settings panel (tag 108): reader preferences, cache size and clearing,
 // account, version.
 Rectangle {
     id: panel
-    property QtObject settings
+    property VORASettingView settings
+    property VORARootViewController rootController
     property string fontFamily
 
     color: "#FFFCF8"
@@ -37,7 +39,7 @@ Rectangle {
             MouseArea {
                 anchors.fill: parent
                 anchors.margins: -10
-                onClicked: rootController.closeSettingView()
+                onClicked: panel.rootController.closeSettingView()
             }
         }
     }
@@ -142,7 +144,7 @@ Rectangle {
                     color: "#E53935"
                     font.family: panel.fontFamily
                     font.pixelSize: 16
-                    MouseArea { anchors.fill: parent; anchors.margins: -8; onClicked: rootController.requestSignOut() }
+                    MouseArea { anchors.fill: parent; anchors.margins: -8; onClicked: panel.rootController.requestSignOut() }
                 }
             }
 

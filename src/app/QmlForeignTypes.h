@@ -1,0 +1,201 @@
+#pragma once
+
+// The screen objects of the subsystem libraries as QML types of the app's
+// module "Quorin". The libraries stay free of QML: each struct names one of
+// their classes for the type registrar (QML_FOREIGN), which reads the class
+// from the library's metatypes (qt_extract_metatypes in its CMakeLists.txt).
+// QML never creates them: C++ makes them and QML draws them, so each is
+// uncreatable and usable as a property type ("property VORASortView sort").
+
+#include "catalogue/VORARecommentView.h"
+#include "catalogue/VORANetWorkNoLinking.h"
+#include "catalogue/VORASortView.h"
+#include "catalogue/VORAComicListModel.h"
+#include "catalogue/VORASearchView.h"
+#include "catalogue/VORACloudView.h"
+#include "catalogue/VORAComicHomePageView.h"
+#include "catalogue/VORAChapterView.h"
+#include "reader/VORAReadHomePageViewController.h"
+#include "reader/VORAComicViewManager.h"
+#include "reader/VORAPageViewListModel.h"
+#include "reader/VORAPictureImageView.h"
+#include "reader/VORAPictureScrollView.h"
+#include "reader/VORAChapterManager.h"
+#include "reader/VORAChapterListModel.h"
+#include "reader/VORABookmarkManager.h"
+#include "reader/VORABookmarkListModel.h"
+#include "reader/VORAAdjustLuminanceView.h"
+#include "reader/VORAReaderSidePanel.h"
+#include "tucao/VORATucaoPlayback.h"
+#include "tucao/VORATuCaoMenuView.h"
+#include "tucao/VORATuCaoInputView.h"
+#include "tucao/VORATuCaoEditManager.h"
+
+#include <QtQml/qqml.h>
+
+// catalogue
+struct VORARecommentViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORARecommentView)
+    QML_NAMED_ELEMENT(VORARecommentView)
+    QML_UNCREATABLE("the root controller makes the feed")
+};
+struct VORANetWorkNoLinkingForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORANetWorkNoLinking)
+    QML_NAMED_ELEMENT(VORANetWorkNoLinking)
+    QML_UNCREATABLE("a list screen owns its no-network panel")
+};
+struct VORASortViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORASortView)
+    QML_NAMED_ELEMENT(VORASortView)
+    QML_UNCREATABLE("the root controller makes the category screen")
+};
+struct VORAComicListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAComicListModel)
+    QML_NAMED_ELEMENT(VORAComicListModel)
+    QML_UNCREATABLE("a list screen owns its comics")
+};
+struct VORASearchViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORASearchView)
+    QML_NAMED_ELEMENT(VORASearchView)
+    QML_UNCREATABLE("the root controller makes the search screen")
+};
+struct VORACloudViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORACloudView)
+    QML_NAMED_ELEMENT(VORACloudView)
+    QML_UNCREATABLE("the search screen owns its keyword cloud")
+};
+struct VORAComicHomePageViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAComicHomePageView)
+    QML_NAMED_ELEMENT(VORAComicHomePageView)
+    QML_UNCREATABLE("the root controller makes the detail page")
+};
+struct VORAChapterViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAChapterView)
+    QML_NAMED_ELEMENT(VORAChapterView)
+    QML_UNCREATABLE("the detail page owns its chapter list")
+};
+
+// reader
+struct VORAReadHomePageViewControllerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAReadHomePageViewController)
+    QML_NAMED_ELEMENT(VORAReadHomePageViewController)
+    QML_UNCREATABLE("the root controller opens the reader")
+};
+struct VORAComicViewManagerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAComicViewManager)
+    QML_NAMED_ELEMENT(VORAComicViewManager)
+    QML_UNCREATABLE("the reader owns its reading surface")
+};
+struct VORAPageViewListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAPageViewListModel)
+    QML_NAMED_ELEMENT(VORAPageViewListModel)
+    QML_UNCREATABLE("the reading surface owns its page views")
+};
+struct VORAPictureImageViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAPictureImageView)
+    QML_NAMED_ELEMENT(VORAPictureImageView)
+    QML_UNCREATABLE("the reading surface makes its page views")
+};
+struct VORAPictureScrollViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAPictureScrollView)
+    QML_NAMED_ELEMENT(VORAPictureScrollView)
+    QML_UNCREATABLE("a page view owns its zooming view")
+};
+struct VORAChapterManagerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAChapterManager)
+    QML_NAMED_ELEMENT(VORAChapterManager)
+    QML_UNCREATABLE("the reader makes its chapter panel")
+};
+struct VORAChapterListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAChapterListModel)
+    QML_NAMED_ELEMENT(VORAChapterListModel)
+    QML_UNCREATABLE("the chapter panel owns its rows")
+};
+struct VORABookmarkManagerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORABookmarkManager)
+    QML_NAMED_ELEMENT(VORABookmarkManager)
+    QML_UNCREATABLE("the reader makes its bookmark panel")
+};
+struct VORABookmarkListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORABookmarkListModel)
+    QML_NAMED_ELEMENT(VORABookmarkListModel)
+    QML_UNCREATABLE("the bookmark panel owns its rows")
+};
+struct VORAAdjustLuminanceViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAAdjustLuminanceView)
+    QML_NAMED_ELEMENT(VORAAdjustLuminanceView)
+    QML_UNCREATABLE("the reader makes its brightness panel")
+};
+struct VORAReaderSidePanelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAReaderSidePanel)
+    QML_NAMED_ELEMENT(VORAReaderSidePanel)
+    QML_UNCREATABLE("the reader makes its side panels")
+};
+
+// tucao
+struct VORATucaoPlaybackForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORATucaoPlayback)
+    QML_NAMED_ELEMENT(VORATucaoPlayback)
+    QML_UNCREATABLE("a page view owns its tucao playback")
+};
+struct VORATuCaoMenuViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORATuCaoMenuView)
+    QML_NAMED_ELEMENT(VORATuCaoMenuView)
+    QML_UNCREATABLE("the reading surface owns the tucao menu bar")
+};
+struct VORATuCaoInputViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORATuCaoInputView)
+    QML_NAMED_ELEMENT(VORATuCaoInputView)
+    QML_UNCREATABLE("the reader owns the tucao input view")
+};
+struct VORATuCaoEditManagerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORATuCaoEditManager)
+    QML_NAMED_ELEMENT(VORATuCaoEditManager)
+    QML_UNCREATABLE("the reader makes one editing act at a time")
+};

@@ -1,0 +1,6 @@
+#include "Theme.h"
+
+Theme::Theme(QObject *parent)
+    : QObject(parent)
+{
+}

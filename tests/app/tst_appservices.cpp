@@ -377,15 +377,7 @@ void TestAppServices::remoteImagesGoThroughTheDiskCache()
     QVERIFY(!QFile::exists(cacheFile));
     m_site->faults().clear();
     QVERIFY(!VORAImageJob::load(id, {}, &error).isNull());
-    QVERIFY(QFile::exists(cacheFile));
-
-    // Through the provider's pool, as the QML asks.
-    VORAImageProvider provider;
-    std::unique_ptr<QQuickImageResponse> response(provider.requestImageResponse(id, QSize(60, 80)));
-    QSignalSpy finished(response.get(), &QQuickImageResponse::finished);
-    QTRY_COMPARE(finished.size(), 1);
-    QVERIFY(response->errorString().isEmpty());
-    QTRY_COMPARE(VORAImageProvider::pendingCount(), 0);
+    QVERIFY(QFile::exists(cacheFile)); // (the provider's pool is the window suites')
 }
 
 void TestAppServices::badImageRequests_data()

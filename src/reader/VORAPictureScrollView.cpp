@@ -21,6 +21,12 @@ VORAPictureScrollView::VORAPictureScrollView(QObject *parent)
     });
 }
 
+VORAPictureScrollView::~VORAPictureScrollView()
+{
+    m_animation.disconnect(this);
+    m_animation.stop();
+}
+
 qreal VORAPictureScrollView::containerX() const
 {
     return std::max<qreal>(0, (m_bounds.width() - contentWidth()) / 2);

@@ -49,6 +49,9 @@ public:
     static constexpr int scrollAnimationMs = 300;
 
     explicit VORAPictureScrollView(QObject *parent = nullptr);
+    // A running animation stops as it is destroyed and says so; by then this
+    // object is half gone, so the animation is cut loose first.
+    ~VORAPictureScrollView() override;
 
     qreal zoomScale() const { return m_zoomScale; }
     qreal minimumZoomScale() const { return qreal(minimumZoom); }

@@ -36,9 +36,12 @@ VORAReadComicManager::VORAReadComicManager(const QString &comicId, const QString
     // A sign-in that the gate asked for brings the page list again.
     NotificationCenter::defaultCenter().addObserver(
         this, QString::fromLatin1(VORANotificationNames::userViewPostInfo), [this](const Notification &) {
-            // A downloaded chapter already has its pages.
-            if (m_isOnlineComic)
+            // Only a session the gate sent to sign in is waiting for it; a
+            // chapter already read (or a downloaded one) has its pages.
+            if (m_isOnlineComic && m_waitingForSignIn) {
+                m_waitingForSignIn = false;
                 loadOnlineChapterInfo();
+            }
         });
 }
 
@@ -68,13 +71,7 @@ QDateTime VORAReadComicManager::now() const
 
 void VORAReadComicManager::load()
 {
-    m_isOnlineComic = true;
-    if (!m_chapterId.isEmpty()) {
-        VORADatabaseManager *db = VORAPersistenceManager::getPersistenceManager()->databaseManager();
-        const std::optional<VORADownloadChapterInfoDTO> downloaded = db->getDownloadChapterWithChapterId(m_chapterId);
-        // A chapter still downloading is read online.
-        m_isOnlineComic = !(downloaded && downloaded->isFinishDownload);
-    }
+    m_isOnlineComic = !isFinishedDownload(m_chapterId);
     if (m_isOnlineComic) {
         m_comicService->cancelRequest();
         m_comicService->comicId = m_comicId;
@@ -82,6 +79,16 @@ void VORAReadComicManager::load()
         return;
     }
     loadDownloadedChapter();
+}
+
+bool VORAReadComicManager::isFinishedDownload(const QString &chapterId)
+{
+    if (chapterId.isEmpty())
+        return false;
+    VORADatabaseManager *db = VORAPersistenceManager::getPersistenceManager()->databaseManager();
+    const std::optional<VORADownloadChapterInfoDTO> downloaded = db->getDownloadChapterWithChapterId(chapterId);
+    // A chapter still downloading is read online.
+    return downloaded && downloaded->isFinishDownload;
 }
 
 void VORAReadComicManager::loadDownloadedChapter()
@@ -98,10 +105,10 @@ void VORAReadComicManager::loadDownloadedChapter()
     if (!m_comicInfoDTO) {
         qCWarning(lcReader) << "downloaded comic" << m_comicId << "has no readable comicInfo.txt";
         const NetError error;
-        m_delegate->comicInfoLoadDidFinishedWithError(&error);
+        m_delegate->comicInfoLoadDidFinishedWithError(this, &error);
         return;
     }
-    m_delegate->comicInfoLoadDidFinishedWithError(nullptr);
+    m_delegate->comicInfoLoadDidFinishedWithError(this, nullptr);
 }
 
 void VORAReadComicManager::loadOnlineChapterInfo()
@@ -143,7 +150,7 @@ void VORAReadComicManager::comicInfoAnswered(const NetError *error)
     if (error) {
         qCWarning(lcReader) << "comic" << m_comicId << "information failed:" << error->localizedDescription;
         if (m_delegate)
-            m_delegate->comicInfoLoadDidFinishedWithError(error);
+            m_delegate->comicInfoLoadDidFinishedWithError(this, error);
         return;
     }
     m_comicInfoDTO = m_comicService->comicInfo();
@@ -154,13 +161,20 @@ void VORAReadComicManager::comicInfoAnswered(const NetError *error)
         if (m_chapterId.isEmpty())
             m_chapterId = chapter.chapterId;
         const VORAComicInfoDTO comic = *m_comicInfoDTO;
-        if (!isReadOrNotRead(chapter, comic))
-            return; // the gate has shown its dialog or the sign-in view
+        VORAReadGate::Outcome outcome = VORAReadGate::Outcome::Readable;
+        if (!VORAReadGate::apply(chapter, comic, now(), m_readHomeViewController, this, &m_buyComicOrBuyVipType,
+                                 &outcome)) {
+            // The gate has shown its dialog or the sign-in view, or (from the
+            // store) nothing at all: the reader stops waiting either way.
+            m_waitingForSignIn = outcome == VORAReadGate::Outcome::SignIn;
+            emit readRefused(outcome);
+            return;
+        }
     }
     if (!m_comicInfoDTO) {
         if (m_delegate) {
             const NetError empty;
-            m_delegate->comicInfoLoadDidFinishedWithError(&empty);
+            m_delegate->comicInfoLoadDidFinishedWithError(this, &empty);
         }
         return;
     }
@@ -172,7 +186,7 @@ void VORAReadComicManager::chapterInfoAnswered(const NetError *error)
     if (error) {
         qCWarning(lcReader) << "chapter" << m_chapterId << "page list failed:" << error->localizedDescription;
         if (m_delegate)
-            m_delegate->comicInfoLoadDidFinishedWithError(error);
+            m_delegate->comicInfoLoadDidFinishedWithError(this, error);
         return;
     }
     const std::optional<QList<VORAPageInfoDTO>> pages = m_chapterService->pageList();
@@ -180,14 +194,14 @@ void VORAReadComicManager::chapterInfoAnswered(const NetError *error)
         qCWarning(lcReader) << "chapter" << m_chapterId << "answer is not a JSON object";
         if (m_delegate) {
             const NetError empty;
-            m_delegate->comicInfoLoadDidFinishedWithError(&empty);
+            m_delegate->comicInfoLoadDidFinishedWithError(this, &empty);
         }
         return;
     }
     m_pageList = *pages;
     resolvePageIndex();
     if (m_delegate)
-        m_delegate->comicInfoLoadDidFinishedWithError(nullptr);
+        m_delegate->comicInfoLoadDidFinishedWithError(this, nullptr);
 }
 
 bool VORAReadComicManager::isReadOrNotRead(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic)
@@ -267,7 +281,7 @@ void VORAReadComicManager::getPageWithIndex(int index)
     for (VORAPageDownloadManager *loader : std::as_const(m_pageCache)) {
         if (loader->isLoadFinish() && m_delegate) {
             const QByteArray &bytes = loader->imageData();
-            m_delegate->pageLoadDidFinishedWithPage(bytes.isEmpty() ? std::nullopt : std::optional<QByteArray>(bytes),
+            m_delegate->pageLoadDidFinishedWithPage(this, bytes.isEmpty() ? std::nullopt : std::optional<QByteArray>(bytes),
                                                     loader->tucao(), loader->pageInfoDTO().index);
         }
     }
@@ -294,9 +308,9 @@ void VORAReadComicManager::pageDownloadDidFinished(VORAPageDownloadManager *load
         return;
     const int index = loader->pageInfoDTO().index;
     if (error)
-        m_delegate->pageLoadDidFinishedWithPage(std::nullopt, std::nullopt, index);
+        m_delegate->pageLoadDidFinishedWithPage(this, std::nullopt, std::nullopt, index);
     else
-        m_delegate->pageLoadDidFinishedWithPage(loader->imageData(), loader->tucao(), index);
+        m_delegate->pageLoadDidFinishedWithPage(this, loader->imageData(), loader->tucao(), index);
 }
 
 // --- Purchases ---

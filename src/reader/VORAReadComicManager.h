@@ -3,6 +3,7 @@
 #include "net/VORAComicInfoDTO.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
 #include "net/VORAPageInfoDTO.h"
+#include "reader/VORAReadGate.h"
 
 #include <QDateTime>
 #include <QList>
@@ -67,6 +68,10 @@ public:
     // Answer of a dialog raised by this session (index 0 = first button).
     Q_INVOKABLE void alertView(int tag, int buttonIndex);
 
+    // True when the chapter is downloaded to the end: it is read from its
+    // files, without the network and without the gate.
+    static bool isFinishedDownload(const QString &chapterId);
+
     // The read gate: true when the chapter may be read; otherwise it has sent
     // the user to sign in or raised its dialog (or, from the store, nothing).
     bool isReadOrNotRead(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic);
@@ -93,6 +98,11 @@ public:
     // Callback of a page loader (main thread).
     void pageDownloadDidFinished(VORAPageDownloadManager *loader, const NetError *error);
 
+signals:
+    // The gate did not let the chapter through; the delegate hears nothing
+    // more unless a sign-in (outcome SignIn) or a purchase follows.
+    void readRefused(VORAReadGate::Outcome outcome);
+
 private:
     // Implementation details are the session's own.
     void loadDownloadedChapter();
@@ -118,6 +128,7 @@ private:
     int m_buyType = 0;
     QStringList m_comicChapter_Array;
     int m_buyComicOrBuyVipType = 0;
+    bool m_waitingForSignIn = false;
     VORAReadComicManagerDelegate *m_delegate = nullptr;
     VORAReadHomeViewControllerHooks *m_readHomeViewController = nullptr;
     VORAGetChapterInfoService *m_chapterService = nullptr;

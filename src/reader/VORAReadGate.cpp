@@ -53,9 +53,12 @@ VORAReadGate::Outcome VORAReadGate::decide(const VORAChapterInfoDTO &chapter, co
 }
 
 bool VORAReadGate::apply(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic, const QDateTime &now,
-                         VORAReadHomeViewControllerHooks *hooks, QObject *alertDelegate, int *buyComicOrBuyVipType)
+                         VORAReadHomeViewControllerHooks *hooks, QObject *alertDelegate, int *buyComicOrBuyVipType,
+                         Outcome *decided)
 {
     const Outcome outcome = decide(chapter, comic, now);
+    if (decided)
+        *decided = outcome;
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     switch (outcome) {
     case Outcome::Readable:

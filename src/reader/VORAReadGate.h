@@ -30,8 +30,9 @@ public:
     // Decides and carries the outcome out: the sign-in route (the user's jump
     // types saved, hooks->createUserView()) or the dialog, whose answers go to
     // alertDelegate's alertView(tag, buttonIndex). Returns true when readable.
-    // buyComicOrBuyVipType is set to 0 for CoinAlert and 2 for NotEnoughCoins.
+    // buyComicOrBuyVipType is set to 0 for CoinAlert and 2 for NotEnoughCoins;
+    // outcome, when given, receives the decision.
     static bool apply(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic,
                       const QDateTime &now, VORAReadHomeViewControllerHooks *hooks,
-                      QObject *alertDelegate, int *buyComicOrBuyVipType);
+                      QObject *alertDelegate, int *buyComicOrBuyVipType, Outcome *outcome = nullptr);
 };

@@ -15,18 +15,18 @@
 #include "reader/VORAReadComicManager.h"
 #include "reader/VORAReadGate.h"
 #include "reader/VORAReadPageLog.h"
-#include "store/ReadingPositionRecorder.h"
-#include "store/VORADatabaseManager.h"
+#include "reader/VORAReaderPanels.h"
+#include "reader/VORAReaderStore.h"
+#include "reader/VORAReaderTucaoEditing.h"
 #include "store/VORAPersistenceManager.h"
 #include "tucao/VORATuCaoEditManager.h"
 #include "tucao/VORATuCaoInputView.h"
-#include "tucao/VORATuCaoMenuView.h"
-#include "tucao/VORATucaoPlayback.h"
 #include "tucao/VORATucaoPublisher.h"
+#include "tucao/VORATuCaoMenuView.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFile>
+#include <QTimer>
 
 #include <cmath>
 
@@ -39,15 +39,16 @@ VORAReadHomePageViewController::VORAReadHomePageViewController(QObject *parent)
     : QObject(parent)
     , m_comicViewManager(new VORAComicViewManager(this))
     , m_readPageLog(new VORAReadPageLog(this))
-    , m_tucaoInputView(new VORATuCaoInputView(this))
-    , m_tucaoPublisher(new VORATucaoPublisher(this))
+    , m_panels(new VORAReaderPanels(this, this))
+    , m_tucaoEditing(new VORAReaderTucaoEditing(this))
+    , m_store(new VORAReaderStore(this))
     , m_luminanceValue(VORAUserConfig::shareUserConfigInstance()->luminanceValue())
 {
-    m_store.setMaxThreadCount(1);
-    m_store.setExpiryTimeout(5000);
-    m_positionTimer.setSingleShot(true);
-    m_positionTimer.setInterval(positionSaveDelayMs);
-    connect(&m_positionTimer, &QTimer::timeout, this, &VORAReadHomePageViewController::saveReadHistoryInfo);
+    connect(m_store, &VORAReaderStore::positionSaveDue, this, &VORAReadHomePageViewController::saveReadHistoryInfo);
+    connect(m_store, &VORAReaderStore::readingPositionSaved, this,
+            &VORAReadHomePageViewController::readingPositionSaved);
+    connect(m_store, &VORAReaderStore::bookmarkAdded, this,
+            [this](bool added) { showIndicator(added ? bookmarkAddedText : bookmarkExistsText); });
 
     connect(m_comicViewManager, &VORAComicViewManager::requestPageWithIndex, this,
             &VORAReadHomePageViewController::requestPageWithIndex);
@@ -63,57 +64,41 @@ VORAReadHomePageViewController::VORAReadHomePageViewController(QObject *parent)
         if (!ok)
             dropCachedPage(index);
     });
+    connect(m_comicViewManager, &VORAComicViewManager::writeTucaoRequested, this,
+            &VORAReadHomePageViewController::popUpTucaoInputView);
 
     // The tucao menu shows and hides with the bars.
     connect(this, &VORAReadHomePageViewController::menuChanged, this, [this] {
         NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::isHiddenTuCao), this,
                                                  {{QStringLiteral("KTuCaoViewBOOLValue"), !m_menuShown}});
     });
-    connect(m_comicViewManager, &VORAComicViewManager::writeTucaoRequested, this,
-            &VORAReadHomePageViewController::popUpTucaoInputView);
 
-    // Tucao editing.
-    connect(m_tucaoInputView, &VORATuCaoInputView::signInRequested, this,
+    connect(m_panels, &VORAReaderPanels::panelsChanged, this, &VORAReadHomePageViewController::panelsChanged);
+    connect(m_panels, &VORAReaderPanels::layerOpacityChanged, this,
+            &VORAReadHomePageViewController::setLuminanceValue);
+    connect(m_tucaoEditing, &VORAReaderTucaoEditing::tucaoEditChanged, this,
+            &VORAReadHomePageViewController::tucaoEditChanged);
+    connect(m_tucaoEditing, &VORAReaderTucaoEditing::signInRequested, this,
             &VORAReadHomePageViewController::createUserView);
-    connect(m_tucaoInputView, &VORATuCaoInputView::placeTucao, this,
-            &VORAReadHomePageViewController::popUPTucaoEditViewWithPoint);
-    connect(m_tucaoPublisher, &VORATucaoPublisher::published, this, [this](const VORATucao &tucao) {
-        if (m_tucaoEditPlayback)
-            m_tucaoEditPlayback->addTucao(tucao);
-    });
-    connect(m_tucaoPublisher, &VORATucaoPublisher::updated, this, [this](const VORATucao &tucao) {
-        if (m_tucaoEditPlayback)
-            m_tucaoEditPlayback->addTucao(tucao);
-    });
-    connect(m_tucaoPublisher, &VORATucaoPublisher::removedFromPage, this, [this](const QString &tucaoId) {
-        if (m_tucaoEditPlayback)
-            m_tucaoEditPlayback->removeTucao(tucaoId);
-    });
-    connect(m_tucaoPublisher, &VORATucaoPublisher::closeEditRequested, this,
-            &VORAReadHomePageViewController::hideEditTuCaoView);
+    connect(m_tucaoEditing, &VORAReaderTucaoEditing::tucaoInputRequested, this,
+            &VORAReadHomePageViewController::tucaoInputRequested);
 
-    auto &center = NotificationCenter::defaultCenter();
-    center.addObserver(this, VORATucaoPlayback::popUpTucaoEditView,
-                       [this](const Notification &n) { onPopUpTucaoEditView(n); });
-    center.addObserver(this, QString::fromLatin1(VORANotificationNames::applicationExit),
-                       [this](const Notification &) { saveReadHistoryInfo(); });
-    // A dialog of the gate (or of a purchase) for the chapter being opened:
-    // the wait is over until it is answered.
-    center.addObserver(this, QString::fromLatin1(VORANotificationNames::uiAlertRequest),
-                       [this](const Notification &n) { onAlertRequest(n); });
+    NotificationCenter::defaultCenter().addObserver(this, QString::fromLatin1(VORANotificationNames::applicationExit),
+                                                    [this](const Notification &) { saveReadHistoryInfo(); });
 }
 
 VORAReadHomePageViewController::~VORAReadHomePageViewController()
 {
     NotificationCenter::defaultCenter().removeObserver(this);
-    m_positionTimer.stop();
-    m_store.waitForDone();
-    // The panels call back into the screen: they go first.
-    delete m_chapterManager;
-    delete m_bookmarkManager;
-    delete m_luminanceView;
-    delete m_pendingSession;
-    delete m_session;
+    // The children go after this object's own part: nothing may reach it
+    // from them any more.
+    for (VORAReadComicManager *session : {m_pendingSession.data(), m_session.data()}) {
+        if (session) {
+            session->setDelegate(nullptr);
+            session->setReadHomeViewController(nullptr);
+            session->disconnect(this);
+        }
+    }
 }
 
 QObject *VORAReadHomePageViewController::comicViewManagerObject() const
@@ -121,29 +106,64 @@ QObject *VORAReadHomePageViewController::comicViewManagerObject() const
     return m_comicViewManager;
 }
 
+VORATuCaoInputView *VORAReadHomePageViewController::tucaoInputView() const
+{
+    return m_tucaoEditing->tucaoInputView();
+}
+
 QObject *VORAReadHomePageViewController::tucaoInputViewObject() const
 {
-    return m_tucaoInputView;
+    return tucaoInputView();
+}
+
+VORATuCaoEditManager *VORAReadHomePageViewController::tucaoEditManager() const
+{
+    return m_tucaoEditing->tucaoEditManager();
 }
 
 QObject *VORAReadHomePageViewController::tucaoEditManagerObject() const
 {
-    return m_tucaoEditManager;
+    return tucaoEditManager();
+}
+
+VORATucaoPublisher *VORAReadHomePageViewController::tucaoPublisher() const
+{
+    return m_tucaoEditing->tucaoPublisher();
+}
+
+VORAChapterManager *VORAReadHomePageViewController::chapterManager() const
+{
+    return m_panels->chapterManager();
+}
+
+VORABookmarkManager *VORAReadHomePageViewController::bookmarkManager() const
+{
+    return m_panels->bookmarkManager();
+}
+
+VORAAdjustLuminanceView *VORAReadHomePageViewController::luminanceView() const
+{
+    return m_panels->luminanceView();
 }
 
 QObject *VORAReadHomePageViewController::chapterPanelObject() const
 {
-    return m_chapterManager;
+    return chapterManager();
 }
 
 QObject *VORAReadHomePageViewController::bookmarkPanelObject() const
 {
-    return m_bookmarkManager;
+    return bookmarkManager();
 }
 
 QObject *VORAReadHomePageViewController::luminancePanelObject() const
 {
-    return m_luminanceView;
+    return luminanceView();
+}
+
+bool VORAReadHomePageViewController::helpShown() const
+{
+    return m_panels->helpShown();
 }
 
 int VORAReadHomePageViewController::pageCount() const
@@ -195,8 +215,7 @@ void VORAReadHomePageViewController::requestPageDataWithComicId(const QString &c
                                                                 const QString &pageId)
 {
     // A chapter still being opened is given up for this one.
-    delete m_pendingSession;
-    m_pendingSession = nullptr;
+    releaseSession(m_pendingSession);
     m_pendingComicId = comicId;
     m_pendingChapterId = chapterId;
     m_pendingPageId = pageId.isEmpty() ? VORAReadComicManager::kFirstPage : pageId;
@@ -210,26 +229,23 @@ void VORAReadHomePageViewController::requestPageDataWithComicId(const QString &c
     auto *session = new VORAReadComicManager(comicId, chapterId, m_pendingPageId, this);
     session->setDelegate(this);
     session->setReadHomeViewController(this);
+    connect(session, &VORAReadComicManager::readRefused, this,
+            [this, session](VORAReadGate::Outcome outcome) { onReadRefused(session, outcome); });
     m_pendingSession = session;
     session->load(); // a downloaded chapter answers before load() returns
 }
 
-void VORAReadHomePageViewController::comicInfoLoadDidFinishedWithError(const NetError *error)
+void VORAReadHomePageViewController::comicInfoLoadDidFinishedWithError(VORAReadComicManager *session,
+                                                                       const NetError *error)
 {
-    // Which session speaks: the one being opened, unless it has not got its
-    // comic yet (then the one on screen reloaded its pages after a sign-in).
-    VORAReadComicManager *session = m_session;
-    if (m_pendingSession && (error || m_pendingSession->comicInfoDTO().has_value() || !m_session))
-        session = m_pendingSession;
-    if (!session)
-        return;
+    if (!session || (session != m_session && session != m_pendingSession))
+        return; // released already
     if (error) {
         qCWarning(lcReader) << "chapter" << session->chapterId() << "of comic" << session->comicId()
                             << "could not be opened:" << error->localizedDescription;
-        if (session == m_pendingSession) {
-            m_pendingSession = nullptr;
-            session->deleteLater();
-        }
+        if (session == m_session)
+            return; // the chapter on screen stays as it was
+        releaseSession(session);
         setLoading(false);
         m_chapterLoadFailed = true;
         if (!m_session) {
@@ -244,6 +260,31 @@ void VORAReadHomePageViewController::comicInfoLoadDidFinishedWithError(const Net
     adoptSession(session);
 }
 
+void VORAReadHomePageViewController::releaseSession(VORAReadComicManager *session)
+{
+    if (!session)
+        return;
+    if (session == m_pendingSession)
+        m_pendingSession = nullptr;
+    if (session == m_session)
+        m_session = nullptr;
+    session->setDelegate(nullptr);
+    session->setReadHomeViewController(nullptr);
+    session->disconnect(this);
+    session->deleteLater();
+}
+
+void VORAReadHomePageViewController::onReadRefused(VORAReadComicManager *session, VORAReadGate::Outcome outcome)
+{
+    if (session != m_pendingSession)
+        return;
+    // A dialog or the sign-in view now waits for the user; the session stays
+    // for its answer. Refused without a word, nothing will come of it.
+    setLoading(false);
+    if (outcome == VORAReadGate::Outcome::Nothing)
+        backCurrentChapterIndex();
+}
+
 void VORAReadHomePageViewController::adoptSession(VORAReadComicManager *session)
 {
     const bool reload = session == m_session;
@@ -251,8 +292,7 @@ void VORAReadHomePageViewController::adoptSession(VORAReadComicManager *session)
         if (m_session) {
             // The chapter that was on screen is left: its position is kept.
             saveReadHistoryInfo();
-            m_session->setDelegate(nullptr);
-            m_session->deleteLater();
+            releaseSession(m_session);
         }
         m_session = session;
         m_pendingSession = nullptr;
@@ -293,12 +333,14 @@ void VORAReadHomePageViewController::adoptSession(VORAReadComicManager *session)
     emit chapterLoaded();
 }
 
-void VORAReadHomePageViewController::pageLoadDidFinishedWithPage(const std::optional<QByteArray> &imageData,
+void VORAReadHomePageViewController::pageLoadDidFinishedWithPage(VORAReadComicManager *session,
+                                                                 const std::optional<QByteArray> &imageData,
                                                                  const std::optional<QList<VORATucao>> &tucao,
                                                                  int pageIndex)
 {
-    // Only the session on screen is ever asked for pages.
-    m_comicViewManager->currentDisplayImage(imageData, tucao, pageIndex);
+    // Only the session on screen is asked for pages.
+    if (session && session == m_session)
+        m_comicViewManager->currentDisplayImage(imageData, tucao, pageIndex);
 }
 
 // --- Pages and chapters ---
@@ -356,8 +398,9 @@ void VORAReadHomePageViewController::turnToNextPageWithIndex(int index)
 void VORAReadHomePageViewController::openChapter(const VORAChapterInfoDTO &chapter, const QString &pageId)
 {
     // A chapter the gate would refuse without a word (no purchase offered in
-    // this build) is not opened: the reader stays where it is.
-    if (m_comicInfoDTO
+    // this build) is not opened: the reader stays where it is. A downloaded
+    // chapter is read without the gate.
+    if (m_comicInfoDTO && !VORAReadComicManager::isFinishedDownload(chapter.chapterId)
         && VORAReadGate::decide(chapter, *m_comicInfoDTO, QDateTime::currentDateTimeUtc()) == VORAReadGate::Outcome::Nothing) {
         qCInfo(lcReader) << "chapter" << chapter.chapterId << "is not offered";
         return;
@@ -408,7 +451,7 @@ void VORAReadHomePageViewController::UpdateData()
     emit dataChanged();
 
     m_readPageLog->addReadPageToList(m_currentPageIndex, m_chapterId, m_pageId, m_comicId);
-    m_positionTimer.start();
+    m_store->schedulePositionSave();
     m_session->getPageWithIndex(m_currentPageIndex);
 }
 
@@ -449,13 +492,12 @@ void VORAReadHomePageViewController::toggleMenu()
 
 void VORAReadHomePageViewController::backPreviousPage()
 {
-    closeLuminanceView();
     if (m_closing)
         return;
     m_closing = true;
     m_active = false;
     emit activeChanged();
-    m_positionTimer.stop();
+    m_store->cancelPositionSave();
     if (VORAAppGlobalData::shareAppGlobalData()->user()->isLogin() && !m_comicId.isEmpty()) {
         m_readPageLog->uploadingReadHistoryInfo(m_comicId);
         // The upload outlives the screen for a while; its answer is not awaited.
@@ -463,253 +505,54 @@ void VORAReadHomePageViewController::backPreviousPage()
         QTimer::singleShot(uploadGraceMs, m_readPageLog, &QObject::deleteLater);
         m_readPageLog = new VORAReadPageLog(this);
     }
-    delete m_pendingSession;
-    m_pendingSession = nullptr;
+    releaseSession(m_pendingSession);
     setLoading(false);
     saveReadHistoryInfo();
     // The store queue runs in order: closed() comes after the save.
-    storeJob([this]() { QMetaObject::invokeMethod(this, [this]() { emit closed(); }, Qt::QueuedConnection); });
+    m_store->afterQueuedWork([this]() { emit closed(); });
 }
 
 void VORAReadHomePageViewController::addBookmark()
 {
-    closeLuminanceView();
     if (!m_comicInfoDTO || !m_chapterInfoDTO || !m_pageInfoDTO)
         return;
-    const VORAComicInfoDTO comic = *m_comicInfoDTO;
-    const VORAChapterInfoDTO chapter = *m_chapterInfoDTO;
-    const VORAPageInfoDTO page = *m_pageInfoDTO;
-    storeJob([this, comic, chapter, page]() {
-        VORADatabaseManager db;
-        bool exists = false;
-        // Page ids are compared across every comic.
-        for (const BookmarkPtr &bookmark : db.getBookmark()) {
-            if (bookmark && bookmark->pageId() == page.pageId) {
-                exists = true;
-                break;
-            }
-        }
-        if (!exists) {
-            db.addBookmarkWithComic(comic, chapter, page);
-            db.save();
-        }
-        QMetaObject::invokeMethod(
-            this, [this, exists]() { showIndicator(exists ? bookmarkExistsText : bookmarkAddedText); },
-            Qt::QueuedConnection);
-    });
+    m_store->addBookmark(*m_comicInfoDTO, *m_chapterInfoDTO, *m_pageInfoDTO);
 }
 
 void VORAReadHomePageViewController::popUpLuminanceView()
 {
-    if (m_luminanceView) {
-        // Its entry again: the panel goes.
-        closeLuminanceView();
-        return;
-    }
-    m_luminanceView = new VORAAdjustLuminanceView(this);
-    connect(m_luminanceView, &VORAAdjustLuminanceView::layerOpacityChanged, this,
-            &VORAReadHomePageViewController::setLuminanceValue);
-    VORAAdjustLuminanceView *panel = m_luminanceView;
-    connect(panel, &VORAAdjustLuminanceView::removeFromSuperview, this, [this, panel]() {
-        if (m_luminanceView == panel)
-            m_luminanceView = nullptr;
-        panel->deleteLater();
-        emit panelsChanged();
-    });
-    emit panelsChanged();
-}
-
-// Every other menu entry closes the brightness panel before it acts.
-void VORAReadHomePageViewController::closeLuminanceView()
-{
-    if (m_luminanceView)
-        m_luminanceView->close();
+    m_panels->popUpLuminanceView();
 }
 
 void VORAReadHomePageViewController::popUpBookmarkView()
 {
-    closeLuminanceView();
-    if (m_bookmarkManager)
-        return;
-    auto *panel = new VORABookmarkManager(this);
-    panel->setReadHomeController(this);
-    m_bookmarkManager = panel;
-    connect(panel, &VORAReaderSidePanel::removeFromSuperview, this, [this, panel]() {
-        if (m_bookmarkManager == panel)
-            m_bookmarkManager = nullptr;
-        panel->deleteLater();
-        emit panelsChanged();
-    });
-    emit panelsChanged();
+    m_panels->popUpBookmarkView();
 }
 
 void VORAReadHomePageViewController::popUpChapterView()
 {
-    closeLuminanceView();
-    if (m_chapterManager || !m_comicInfoDTO)
-        return;
-    auto *panel = new VORAChapterManager(m_chapterId, m_comicId, this);
-    panel->setReadHomeController(this);
-    panel->setComicInfoDTO(*m_comicInfoDTO);
-    m_chapterManager = panel;
-    connect(panel, &VORAReaderSidePanel::removeFromSuperview, this, [this, panel]() {
-        if (m_chapterManager == panel)
-            m_chapterManager = nullptr;
-        panel->deleteLater();
-        emit panelsChanged();
-    });
-    emit panelsChanged();
+    if (m_comicInfoDTO)
+        m_panels->popUpChapterView(m_chapterId, m_comicId, *m_comicInfoDTO);
 }
 
 void VORAReadHomePageViewController::popUpHelpView()
 {
-    closeLuminanceView();
-    if (m_helpShown)
-        return;
-    m_helpShown = true;
-    emit panelsChanged();
+    m_panels->popUpHelpView();
 }
 
 void VORAReadHomePageViewController::hideHelpView()
 {
-    if (!m_helpShown)
-        return;
-    m_helpShown = false;
-    emit panelsChanged();
+    m_panels->hideHelpView();
 }
 
 void VORAReadHomePageViewController::popUpTucaoInputView()
 {
-    closeLuminanceView();
     showMenu();
-    // Nobody signed in: the input view saves the jump type and asks for the
-    // sign-in (createUserView); it does not open.
-    if (!VORAAppGlobalData::shareAppGlobalData()->user()->isLogin()) {
-        m_tucaoInputView->popUpTucaoInputView();
-        return;
-    }
-    resetComicViewWhenTucao();
-    m_tucaoInputView->popUpTucaoInputView();
-    emit tucaoInputRequested();
-}
-
-// --- Tucao editing ---
-
-void VORAReadHomePageViewController::resetComicViewWhenTucao()
-{
-    if (VORAPictureImageView *view = m_comicViewManager->pageViewAt(m_comicViewManager->pageIndex()))
-        view->killScrollViewZoom(false);
-}
-
-void VORAReadHomePageViewController::popUPTucaoEditViewWithPoint(const QString &text, const QPointF &point)
-{
-    VORAPictureImageView *view = m_comicViewManager->pageViewAt(m_comicViewManager->pageIndex());
-    if (!view || view->state() != VORAPictureImageView::Shown) {
-        qCInfo(lcReader) << "no page to place a tucao on";
-        return;
-    }
-    resetComicViewWhenTucao();
-    openTucaoEdit(new VORATuCaoEditManager(text, point, tucaoPlacement(view), getCurrentScreenState(), this),
-                  view->tucaoPlayback());
-}
-
-// The page's placement with the surface the editing layer covers.
-VORATucaoPagePlacement VORAReadHomePageViewController::tucaoPlacement(const VORAPictureImageView *view) const
-{
-    VORATucaoPagePlacement placement = view->tucaoPagePlacement();
-    placement.surfaceSize = m_comicViewManager->viewSize();
-    return placement;
-}
-
-bool VORAReadHomePageViewController::showTucaoEditViewWithTucaoView(VORATucaoPlayback *playback,
-                                                                    const QString &tucaoId)
-{
-    VORAPictureImageView *view = m_comicViewManager->pageViewAt(m_comicViewManager->pageIndex());
-    if (!view || !playback || view->tucaoPlayback() != playback || m_tucaoInputView->isOpen())
-        return false;
-    const std::optional<VORATucao> tucao = playback->tucaoWithId(tucaoId);
-    if (!tucao || !playback->isOwnTucao(*tucao))
-        return false;
-    playback->removeTucao(tucaoId);
-    resetComicViewWhenTucao();
-    openTucaoEdit(new VORATuCaoEditManager(*tucao, tucaoPlacement(view), getCurrentScreenState(), this),
-                  playback);
-    return true;
-}
-
-void VORAReadHomePageViewController::onPopUpTucaoEditView(const Notification &n)
-{
-    auto *playback = qobject_cast<VORATucaoPlayback *>(n.userInfo.value(QStringLiteral("playback")).value<QObject *>());
-    const QString tucaoId = n.userInfo.value(QStringLiteral("tucao")).toMap().value(QStringLiteral("tucaoId")).toString();
-    showTucaoEditViewWithTucaoView(playback, tucaoId);
-}
-
-void VORAReadHomePageViewController::openTucaoEdit(VORATuCaoEditManager *edit, VORATucaoPlayback *playback)
-{
-    dropTucaoEdit();
-    m_tucaoEditManager = edit;
-    m_tucaoEditPlayback = playback;
-    m_tucaoEditPageId = m_pageId;
-    connect(edit, &VORATuCaoEditManager::publishTucaoRequested, this, &VORAReadHomePageViewController::publishTucao);
-    connect(edit, &VORATuCaoEditManager::confirmEditRequested, this, &VORAReadHomePageViewController::confirmEdit);
-    connect(edit, &VORATuCaoEditManager::deleteTucaoRequested, this, &VORAReadHomePageViewController::deleteTucao);
-    connect(edit, &VORATuCaoEditManager::tucaoPutBack, this, &VORAReadHomePageViewController::cancelEdit);
-    connect(edit, &VORATuCaoEditManager::removed, this, [this, edit] {
-        if (m_tucaoEditManager == edit)
-            dropTucaoEdit();
-    });
-    emit tucaoEditChanged();
-}
-
-void VORAReadHomePageViewController::dropTucaoEdit()
-{
-    if (!m_tucaoEditManager)
-        return;
-    VORATuCaoEditManager *edit = m_tucaoEditManager;
-    m_tucaoEditManager = nullptr;
-    edit->disconnect(this);
-    edit->deleteLater();
-    emit tucaoEditChanged();
-}
-
-void VORAReadHomePageViewController::publishTucao(const VORATucaoDTO &dto)
-{
-    if (!m_tucaoEditManager)
-        return;
-    m_tucaoPublisher->setPagePlacement(m_tucaoEditManager->placement());
-    m_tucaoPublisher->publishTucao(dto, m_tucaoEditPageId);
-}
-
-void VORAReadHomePageViewController::confirmEdit(const VORATucaoDTO &dto)
-{
-    if (!m_tucaoEditManager)
-        return;
-    m_tucaoPublisher->setPagePlacement(m_tucaoEditManager->placement());
-    m_tucaoPublisher->confirmEdit(dto);
-}
-
-void VORAReadHomePageViewController::deleteTucao(const VORATucaoDTO &dto)
-{
-    if (!m_tucaoEditManager)
-        return;
-    m_tucaoPublisher->deleteTucao(dto, m_comicId);
-}
-
-void VORAReadHomePageViewController::cancelEdit(const VORATucao &tucao)
-{
-    if (m_tucaoEditPlayback)
-        m_tucaoEditPlayback->addTucao(tucao);
-}
-
-void VORAReadHomePageViewController::hideEditTuCaoView()
-{
-    if (m_tucaoEditManager)
-        m_tucaoEditManager->hideEditTuCaoView();
+    m_tucaoEditing->popUpTucaoInputView();
 }
 
 void VORAReadHomePageViewController::swtichScreen()
 {
-    closeLuminanceView();
     if (getCurrentScreenState() == 1)
         swtichScreenToportraitScreen();
     else
@@ -719,20 +562,20 @@ void VORAReadHomePageViewController::swtichScreen()
 void VORAReadHomePageViewController::swtichScreenToLandscape()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(false);
-    applyReadMode();
     emit readModeChanged();
+    emit orientationRequested(true);
 }
 
 void VORAReadHomePageViewController::swtichScreenToportraitScreen()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(true);
-    applyReadMode();
     emit readModeChanged();
+    emit orientationRequested(false);
 }
 
 void VORAReadHomePageViewController::applyReadMode()
 {
-    m_comicViewManager->setPortraitReading(isVerticalScreen());
+    emit orientationRequested(!isVerticalScreen());
 }
 
 void VORAReadHomePageViewController::setLuminanceValue(qreal value)
@@ -750,25 +593,10 @@ void VORAReadHomePageViewController::saveReadHistoryInfo()
 {
     if (!m_comicInfoDTO || !m_chapterInfoDTO || !m_pageInfoDTO)
         return;
-    m_positionTimer.stop();
     VORAComicInfoDTO comic = *m_comicInfoDTO;
     if (comic.comicId.isEmpty())
         comic.comicId = m_comicId;
-    const VORAChapterInfoDTO chapter = *m_chapterInfoDTO;
-    const VORAPageInfoDTO page = *m_pageInfoDTO;
-    storeJob([this, comic, chapter, page]() {
-        VORADatabaseManager db;
-        ReadingPositionRecorder::saveReadingPosition(db, comic, chapter, page);
-        const QString comicId = comic.comicId;
-        QMetaObject::invokeMethod(this, [this, comicId]() { emit readingPositionSaved(comicId); },
-                                  Qt::QueuedConnection);
-    });
-}
-
-void VORAReadHomePageViewController::storeJob(std::function<void()> job)
-{
-    // The destructor waits for the queue, so `this` outlives every job.
-    m_store.start(std::move(job));
+    m_store->saveReadingPosition(comic, *m_chapterInfoDTO, *m_pageInfoDTO);
 }
 
 // --- Hooks ---
@@ -783,10 +611,7 @@ void VORAReadHomePageViewController::skipeToChapterWithChapterId(const QString &
 void VORAReadHomePageViewController::backCurrentChapterIndex()
 {
     // The chapter on screen is still there: only the one being opened goes.
-    if (m_pendingSession) {
-        m_pendingSession->deleteLater();
-        m_pendingSession = nullptr;
-    }
+    releaseSession(m_pendingSession);
     setLoading(false);
     if (!m_session)
         backPreviousPage(); // nothing was being read
@@ -851,13 +676,5 @@ void VORAReadHomePageViewController::dropCachedPage(int index)
     const QString file = VORAPersistenceManager::pageCacheFileWithPageId(m_session->pageList().at(index).pageId);
     if (file.isEmpty())
         return;
-    storeJob([file]() { QFile::remove(file); });
-}
-
-void VORAReadHomePageViewController::onAlertRequest(const Notification &n)
-{
-    if (!m_pendingSession)
-        return;
-    if (n.userInfo.value(QStringLiteral("delegate")).value<QObject *>() == m_pendingSession)
-        setLoading(false);
+    m_store->removeFile(file);
 }

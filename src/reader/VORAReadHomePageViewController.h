@@ -6,51 +6,46 @@
 #include "net/VORATucao.h"
 #include "net/VORATucaoDTO.h"
 #include "reader/VORAReadComicManagerDelegate.h"
+#include "reader/VORAReadComicManager.h"
+#include "reader/VORAReadGate.h"
+#include "reader/VORAReadPageLog.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
-#include "tucao/VORATucaoPagePlacement.h"
 
 #include <QList>
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
 #include <QString>
-#include <QThreadPool>
-#include <QTimer>
 
-#include <functional>
 #include <optional>
 
 class VORAAdjustLuminanceView;
 class VORABookmarkManager;
 class VORAChapterManager;
 class VORAComicViewManager;
-class VORAPictureImageView;
-class VORAReadComicManager;
-class VORAReadPageLog;
+class VORAReaderPanels;
+class VORAReaderStore;
+class VORAReaderTucaoEditing;
 class VORATuCaoEditManager;
 class VORATuCaoInputView;
 class VORATucaoPlayback;
 class VORATucaoPublisher;
-struct Notification;
 
 // The reader screen. Opened with a comic, a chapter and a page id (or
 // "kFirstPage" / "kLastPage"), it owns the reading session of the chapter on
 // screen (a new VORAReadComicManager for every chapter), the reading surface
-// (VORAComicViewManager), the menu bars' state, the read-page log and the
-// reading position, and answers the session's hooks (chapter jumps, sign-in,
-// payment, bookmarks).
+// (VORAComicViewManager), the menu bars' state and the read-page log, and
+// answers the session's hooks (chapter jumps, sign-in, payment, bookmarks).
+// Its panels (VORAReaderPanels), the tucao editing (VORAReaderTucaoEditing)
+// and its store work (VORAReaderStore: position, bookmarks) are objects of
+// their own that it owns; the QML reaches them through its properties.
 //
-// The chapter on screen keeps its session until the next chapter's session
-// has answered: a chapter the read gate refuses (a purchase or VIP dialog, a
-// sign-in) leaves the reader where it was, still readable.
-//
-// Tucao: the screen owns the input view (VORATuCaoInputView), at most one
-// editing act (VORATuCaoEditManager) and the publisher (VORATucaoPublisher)
-// that sends them. An editing act belongs to the page it was opened on; the
-// answers put the tucao back on that page (if it is still there).
-//
-// Store work (bookmarks, the reading position) runs on a worker thread of its
-// own; the signals closed() and readingPositionSaved() come after it.
+// Sessions: the chapter on screen keeps its session until the session opening
+// the next chapter has answered, so a chapter the read gate refuses (a
+// purchase or VIP dialog, a sign-in) or that fails to open leaves the reader
+// where it was, still readable. Every session call names its session; a call
+// from a session that is neither is ignored. Opening another chapter releases
+// the session that was still opening; adopting a new one releases the old.
 class VORAReadHomePageViewController : public QObject,
                                        public VORAReadComicManagerDelegate,
                                        public VORAReadHomeViewControllerHooks
@@ -88,8 +83,6 @@ public:
     static inline const QString bookmarkExistsText = QStringLiteral("书签已经存在");
     static inline const QString bookmarkAddedText = QStringLiteral("书签添加成功");
     static constexpr double indicatorSeconds = 0.5;
-    // The position is also saved this long after the last page change.
-    static constexpr int positionSaveDelayMs = 1000;
 
     explicit VORAReadHomePageViewController(QObject *parent = nullptr);
     ~VORAReadHomePageViewController() override;
@@ -101,6 +94,9 @@ public:
     // The session opening another chapter, until it answers.
     VORAReadComicManager *pendingReadComicManager() const { return m_pendingSession; }
     VORAReadPageLog *readPageLog() const { return m_readPageLog; }
+    VORAReaderPanels *panels() const { return m_panels; }
+    VORAReaderTucaoEditing *tucaoEditing() const { return m_tucaoEditing; }
+    VORAReaderStore *store() const { return m_store; }
     QString comicId() const { return m_comicId; }
     QString chapterId() const { return m_chapterId; }
     QString pageId() const { return m_pageId; }
@@ -128,20 +124,20 @@ public:
     bool isVerticalScreen() const;
 
     // The panels while they are open (the menu entries make them).
-    VORAChapterManager *chapterManager() const { return m_chapterManager; }
-    VORABookmarkManager *bookmarkManager() const { return m_bookmarkManager; }
-    VORAAdjustLuminanceView *luminanceView() const { return m_luminanceView; }
+    VORAChapterManager *chapterManager() const;
+    VORABookmarkManager *bookmarkManager() const;
+    VORAAdjustLuminanceView *luminanceView() const;
     QObject *chapterPanelObject() const;
     QObject *bookmarkPanelObject() const;
     QObject *luminancePanelObject() const;
-    bool helpShown() const { return m_helpShown; }
+    bool helpShown() const;
 
     // Tucao editing.
-    VORATuCaoInputView *tucaoInputView() const { return m_tucaoInputView; }
+    VORATuCaoInputView *tucaoInputView() const;
     QObject *tucaoInputViewObject() const;
-    VORATuCaoEditManager *tucaoEditManager() const { return m_tucaoEditManager; }
+    VORATuCaoEditManager *tucaoEditManager() const;
     QObject *tucaoEditManagerObject() const;
-    VORATucaoPublisher *tucaoPublisher() const { return m_tucaoPublisher; }
+    VORATucaoPublisher *tucaoPublisher() const;
 
     // --- Rules (pure) ---
     // The page slider's value rounded half up.
@@ -156,8 +152,8 @@ public:
     void requestPageDataWithComicId(const QString &comicId, const QString &chapterId, const QString &pageId);
 
     // --- VORAReadComicManagerDelegate ---
-    void comicInfoLoadDidFinishedWithError(const NetError *error) override;
-    void pageLoadDidFinishedWithPage(const std::optional<QByteArray> &imageData,
+    void comicInfoLoadDidFinishedWithError(VORAReadComicManager *session, const NetError *error) override;
+    void pageLoadDidFinishedWithPage(VORAReadComicManager *session, const std::optional<QByteArray> &imageData,
                                      const std::optional<QList<VORATucao>> &tucao, int pageIndex) override;
 
     // --- Pages and chapters ---
@@ -187,32 +183,14 @@ public:
     Q_INVOKABLE void swtichScreen();
     Q_INVOKABLE void swtichScreenToLandscape();
     Q_INVOKABLE void swtichScreenToportraitScreen();
-    // The read mode as the screen opens: the shape of the reading surface
-    // inside the window (the window itself is the user's).
+    // The read mode as the screen opens (the window follows it).
     Q_INVOKABLE void applyReadMode();
     // The black layer's opacity (the brightness panel sets it).
     Q_INVOKABLE void setLuminanceValue(qreal value);
 
-    // --- Tucao editing ---
-    // The page on screen back at its fitted zoom.
-    void resetComicViewWhenTucao();
-    // A new tucao of this text placed at this point (screen points).
-    void popUPTucaoEditViewWithPoint(const QString &text, const QPointF &point);
-    // One's own tucao of the current page, long-pressed: off the page, zoom
-    // reset, and an editing act opened on it. False when it is not there.
-    bool showTucaoEditViewWithTucaoView(VORATucaoPlayback *playback, const QString &tucaoId);
-    // The editing act's options, sent through the publisher.
-    void publishTucao(const VORATucaoDTO &dto);
-    void confirmEdit(const VORATucaoDTO &dto);
-    void deleteTucao(const VORATucaoDTO &dto);
-    // Cancelling an existing tucao's edit: it goes back on its page unsent.
-    void cancelEdit(const VORATucao &tucao);
-    // Closes the editing act (its menu collapses, then the layer goes).
-    void hideEditTuCaoView();
-
     // --- Position ---
-    // Saves the reading position on the worker thread (when the comic, the
-    // chapter and the page are known); readingPositionSaved() follows.
+    // Saves the reading position on the store's worker thread (when the comic,
+    // the chapter and the page are known); readingPositionSaved() follows.
     void saveReadHistoryInfo();
 
     // --- VORAReadHomeViewControllerHooks ---
@@ -238,6 +216,8 @@ signals:
     // The sign-in screen, the payment screen (1 membership, 2 coins).
     void signInRequested();
     void payRequested(int kind);
+    // The window should turn (true: landscape).
+    void orientationRequested(bool landscape);
     // The tucao input (a signed-in reader).
     void tucaoInputRequested();
     // The reading position of the comic is in the store.
@@ -247,33 +227,21 @@ signals:
 
 private:
     void adoptSession(VORAReadComicManager *session);
+    void releaseSession(VORAReadComicManager *session);
+    void onReadRefused(VORAReadComicManager *session, VORAReadGate::Outcome outcome);
     void openChapter(const VORAChapterInfoDTO &chapter, const QString &pageId);
     void setLoading(bool loading);
     void showIndicator(const QString &text);
-    void closeLuminanceView();
     void retryCurrentPage(int index);
     void dropCachedPage(int index);
-    void onAlertRequest(const Notification &n);
-    void onPopUpTucaoEditView(const Notification &n);
-    void openTucaoEdit(VORATuCaoEditManager *edit, VORATucaoPlayback *playback);
-    VORATucaoPagePlacement tucaoPlacement(const VORAPictureImageView *view) const;
-    void dropTucaoEdit();
-    void storeJob(std::function<void()> job);
 
     VORAComicViewManager *m_comicViewManager = nullptr;
-    VORAReadComicManager *m_session = nullptr;
-    VORAReadComicManager *m_pendingSession = nullptr;
-    VORAReadPageLog *m_readPageLog = nullptr;
-    VORAChapterManager *m_chapterManager = nullptr;
-    VORABookmarkManager *m_bookmarkManager = nullptr;
-    VORAAdjustLuminanceView *m_luminanceView = nullptr;
-    bool m_helpShown = false;
-    VORATuCaoInputView *m_tucaoInputView = nullptr;
-    VORATuCaoEditManager *m_tucaoEditManager = nullptr;
-    VORATucaoPublisher *m_tucaoPublisher = nullptr;
-    // The page the editing act belongs to (its playback goes with the page view).
-    QPointer<VORATucaoPlayback> m_tucaoEditPlayback;
-    QString m_tucaoEditPageId;
+    QPointer<VORAReadComicManager> m_session;
+    QPointer<VORAReadComicManager> m_pendingSession;
+    QPointer<VORAReadPageLog> m_readPageLog;
+    VORAReaderPanels *m_panels = nullptr;
+    VORAReaderTucaoEditing *m_tucaoEditing = nullptr;
+    VORAReaderStore *m_store = nullptr;
 
     QString m_comicId;
     QString m_chapterId;
@@ -304,7 +272,4 @@ private:
     bool m_loading = false;
     bool m_active = true;
     bool m_closing = false;
-
-    QTimer m_positionTimer;
-    QThreadPool m_store;
 };

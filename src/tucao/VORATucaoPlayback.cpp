@@ -76,6 +76,13 @@ void VORATucaoPlayback::setCurrentImagePageIndex(int index)
     emit currentPageChanged();
 }
 
+void VORATucaoPlayback::setTimerIntervals(int startMs, int showMs, int groupMs)
+{
+    m_setTucaoTimer.setInterval(startMs);
+    m_showTucaoTimer.setInterval(showMs);
+    m_groupTimer.setInterval(groupMs);
+}
+
 // --- Playback ---
 
 void VORATucaoPlayback::setTucao()
@@ -117,10 +124,13 @@ void VORATucaoPlayback::showTucaoOneByOne()
     }
     const int next = qMax(m_currentTucaoShowIndex, 0);
     const quint64 key = m_entries.at(next).key;
-    if (m_displayed.size() < maxDisplayed)
-        appendDisplay(key);
-    else
-        replaceDisplay(next % replacedPlaces, key);
+    // A tucao already on screen (a group put it there) stays where it is.
+    if (!m_displayed.contains(key)) {
+        if (m_displayed.size() < maxDisplayed)
+            appendDisplay(key);
+        else
+            replaceDisplay(next % replacedPlaces, key);
+    }
     setPlaybackState(next + 1, m_currentTucaoPageIndex, m_showTucaoFlag);
 }
 
@@ -138,7 +148,9 @@ void VORATucaoPlayback::playTucao(bool play)
         return;
     if (play) {
         beginShowTucao();
-    } else if (m_showTucaoTimer.isActive()) {
+    } else if (m_showTucaoTimer.isActive() || m_setTucaoTimer.isActive()) {
+        // The start that is still pending is a part of the playback too.
+        m_setTucaoTimer.stop();
         m_showTucaoTimer.stop();
         emit playbackChanged();
     }
@@ -148,6 +160,7 @@ void VORATucaoPlayback::playTucao(bool play)
 
 void VORATucaoPlayback::showLastPageTucao()
 {
+    m_setTucaoTimer.stop();
     m_showTucaoTimer.stop();
     m_groupStepNext = false;
     m_groupTimer.start(); // restarting drops the older press
@@ -156,6 +169,7 @@ void VORATucaoPlayback::showLastPageTucao()
 
 void VORATucaoPlayback::showNextPageTucao()
 {
+    m_setTucaoTimer.stop();
     m_showTucaoTimer.stop();
     m_groupStepNext = true;
     m_groupTimer.start();
@@ -224,6 +238,7 @@ bool VORATucaoPlayback::removeTucao(const QString &tucaoId)
         endRemoveRows();
         emit countChanged();
     }
+    Q_ASSERT(!m_displayed.contains(key));
     m_entries.removeAt(i);
     // Playback goes on with the tucao that followed it.
     const int showIndex = i < m_currentTucaoShowIndex ? m_currentTucaoShowIndex - 1 : m_currentTucaoShowIndex;
@@ -263,10 +278,8 @@ bool VORATucaoPlayback::isOwnTucao(const VORATucao &tucao) const
 
 bool VORATucaoPlayback::longPressTucao(int row, QObject *view)
 {
-    if (row < 0 || row >= m_displayed.size())
-        return false;
-    const VORATucao &tucao = m_entries.at(entryIndex(m_displayed.at(row))).tucao;
-    if (!isOwnTucao(tucao))
+    const VORATucao *tucao = displayedTucao(row);
+    if (!tucao || !isOwnTucao(*tucao))
         return false;
     NotificationCenter::defaultCenter().post(popUpTucaoEditView, view ? view : this,
                                              {{QStringLiteral("TuCaoView"), QVariant::fromValue(view)},
@@ -299,8 +312,10 @@ QList<VORATucao> VORATucaoPlayback::tucaoViewLists() const
 QList<VORATucao> VORATucaoPlayback::currentDisplayTucaoViewList() const
 {
     QList<VORATucao> list;
-    for (quint64 key : m_displayed)
-        list.append(m_entries.at(entryIndex(key)).tucao);
+    for (int row = 0; row < m_displayed.size(); ++row) {
+        if (const VORATucao *t = displayedTucao(row))
+            list.append(*t);
+    }
     return list;
 }
 
@@ -313,7 +328,10 @@ QVariant VORATucaoPlayback::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const VORATucao &t = m_entries.at(entryIndex(m_displayed.at(index.row()))).tucao;
+    const VORATucao *shown = displayedTucao(index.row());
+    if (!shown)
+        return {};
+    const VORATucao &t = *shown;
     switch (role) {
     case Qt::DisplayRole:
     case ContentRole:
@@ -353,6 +371,14 @@ int VORATucaoPlayback::entryIndex(quint64 key) const
             return i;
     }
     return -1;
+}
+
+const VORATucao *VORATucaoPlayback::displayedTucao(int row) const
+{
+    if (row < 0 || row >= m_displayed.size())
+        return nullptr;
+    const int i = entryIndex(m_displayed.at(row));
+    return i < 0 ? nullptr : &m_entries.at(i).tucao;
 }
 
 int VORATucaoPlayback::entryIndexOfId(const QString &tucaoId) const

@@ -90,6 +90,10 @@ public:
     int currentImagePageIndex() const { return m_currentImagePageIndex; }
     bool isCurrentPage() const { return m_pageIndex == m_currentImagePageIndex; }
 
+    // The start delay, the pace of playback and the group-step delay (the
+    // constants above unless a test shortens them).
+    void setTimerIntervals(int startMs, int showMs, int groupMs);
+
     // --- Playback ---
     Q_INVOKABLE void setTucao();
     Q_INVOKABLE void startTucaoPlayback(); // what the 2.5 s timer does
@@ -154,6 +158,8 @@ private:
 
     int entryIndex(quint64 key) const;
     int entryIndexOfId(const QString &tucaoId) const;
+    // The tucao at a row of the screen; null for a row that is not there.
+    const VORATucao *displayedTucao(int row) const;
     void stopTimers();
     void clearDisplay();
     void appendDisplay(quint64 key);

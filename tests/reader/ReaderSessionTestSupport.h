@@ -30,13 +30,13 @@ public:
     std::optional<NetError> lastError;
     QList<Page> pages;
 
-    void comicInfoLoadDidFinishedWithError(const NetError *error) override
+    void comicInfoLoadDidFinishedWithError(VORAReadComicManager *, const NetError *error) override
     {
         ++infoCalls;
         lastInfoFailed = error != nullptr;
         lastError = error ? std::optional<NetError>(*error) : std::nullopt;
     }
-    void pageLoadDidFinishedWithPage(const std::optional<QByteArray> &imageData,
+    void pageLoadDidFinishedWithPage(VORAReadComicManager *, const std::optional<QByteArray> &imageData,
                                      const std::optional<QList<VORATucao>> &tucao, int pageIndex) override
     {
         pages.append({imageData, tucao, pageIndex});

@@ -16,6 +16,7 @@
 #include "reader/VORAReadComicManager.h"
 #include "reader/VORAReadHomePageViewController.h"
 #include "store/VORADatabaseManager.h"
+#include "store/VORAPersistenceManager.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -105,6 +106,7 @@ private slots:
     void fittingPages();
     void zoomLimitsAndDoubleTap_data();
     void zoomLimitsAndDoubleTap();
+    void destroyedWhileZooming();
     void rotationKeepsAZoomedPage();
     void decodeSizes_data();
     void decodeSizes();
@@ -451,6 +453,18 @@ void TestReaderScreenRules::zoomLimitsAndDoubleTap()
     QVERIFY(sv->zoomScale() < 0.6);
     sv->endZoomGesture();
     QTRY_COMPARE(sv->zoomScale(), qreal(0.6f));
+}
+
+void TestReaderScreenRules::destroyedWhileZooming()
+{
+    auto *sv = new VORAPictureScrollView;
+    sv->setBoundsSize(QSizeF(1004, 768));
+    sv->setImageSize(QSizeF(1004, 1418));
+    sv->setZoomScale(1.5, true);
+    QVERIFY(sv->isAnimating());
+    QSignalSpy heard(sv, &VORAPictureScrollView::animatingChanged);
+    delete sv;
+    QCOMPARE(heard.count(), 0);
 }
 
 void TestReaderScreenRules::rotationKeepsAZoomedPage()
@@ -844,6 +858,14 @@ void TestReaderScreenRules::aRefusedChapterLeavesTheOneOnScreen()
     QCOMPARE(reader.chapterId(), chapters.at(2).chapterId);
     QCOMPARE(loaded.count(), 2);
 
+    // The chapter on screen reloads its pages (as a sign-in makes it) while
+    // the fourth waits at its dialog: the answer is the third's own.
+    reader.readComicManager()->loadOnlineChapterInfo();
+    QVERIFY(waitForChapter(2, loaded));
+    QCOMPARE(reader.chapterId(), chapters.at(2).chapterId);
+    QCOMPARE(reader.pageCount(), count);
+    QVERIFY(reader.pendingReadComicManager());
+
     // From the store (no purchase offered): nothing opens, nothing is asked.
     status->setFromAppStore(1);
     const int before = int(alerts.alerts.size());
@@ -853,6 +875,30 @@ void TestReaderScreenRules::aRefusedChapterLeavesTheOneOnScreen()
     QVERIFY(!reader.isLoading());
     QCOMPARE(int(alerts.alerts.size()), before);
     QCOMPARE(m_env.site->requestCount(QStringLiteral("ios/pad/comic_127.php")), requests);
+    // A jump there (a bookmark) ends its wait once the gate has said no.
+    reader.skipeToChapterWithChapterId(chapters.at(3).chapterId);
+    QTRY_VERIFY_WITH_TIMEOUT(!reader.isLoading(), 15000);
+    QVERIFY(!reader.pendingReadComicManager());
+    QCOMPARE(reader.chapterId(), chapters.at(2).chapterId);
+
+    // Downloaded to the end, the fourth chapter opens without the gate.
+    VORAPersistenceManager::saveComicInfo(*reader.comicInfoDTO(),
+                                          VORAPersistenceManager::comicInfoFileWithComicId(paidComic));
+    VORAPersistenceManager::saveChapterInfo(
+        {{QStringLiteral("d1"), QString(), 800, 1130, 0, 0}, {QStringLiteral("d2"), QString(), 800, 1130, 0, 1}},
+        VORAPersistenceManager::chapterInfoFileWithComicId(paidComic, chapters.at(3).chapterId));
+    VORADatabaseManager *db = VORAPersistenceManager::getPersistenceManager()->databaseManager();
+    VORADownloadChapterInfoDTO download;
+    download.chapterId = chapters.at(3).chapterId;
+    download.comicId = paidComic;
+    db->addDownlaodChapter(download);
+    download = *db->getDownloadChapterWithChapterId(download.chapterId);
+    download.isFinishDownload = true;
+    db->updateDownloadChapter(download);
+    reader.comicViewManager()->turnPage(1);
+    QVERIFY(waitForChapter(3, loaded));
+    QCOMPARE(reader.currentChapterIndex(), 3);
+    QCOMPARE(reader.pageCount(), 2);
     status->setFromAppStore(fromAppStore);
     QVERIFY(signInAs(QString(), QString()));
 }

@@ -54,6 +54,9 @@ private slots:
     void playbackTimersAndPages();
     void groupStepping();
     void groupSteppingDebounced();
+    void groupsThenPlaybackShowEachOnce();
+    void pauseStopsThePendingStart_data();
+    void pauseStopsThePendingStart();
     void editsOnThePage();
     void ownTucaoLongPress_data();
     void ownTucaoLongPress();
@@ -378,6 +381,54 @@ void TestTucaoRules::groupSteppingDebounced()
     playback.hideTucaoView();
     QVERIFY(!playback.isGroupStepPending());
     QCOMPARE(playback.count(), 0);
+}
+
+void TestTucaoRules::groupsThenPlaybackShowEachOnce()
+{
+    VORATucaoPlayback playback;
+    QAbstractItemModelTester tester(&playback, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    playback.setImageSize(QSizeF(300, 450)); // groups of 3
+    playback.setTucaoList(makeTucaoList(6));
+    playback.startTucaoPlayback();
+    playback.showTucaoOneByOne();
+    playback.nextPageTucao(); // 4, 5, 6 on screen
+    playback.playTucao(false);
+    playback.playTucao(true);
+    for (int i = 0; i < 5; ++i)
+        playback.showTucaoOneByOne();
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"4", "5", "6", "2", "3"}));
+
+    // Every row still has its tucao after one is taken off.
+    QVERIFY(playback.removeTucao(QStringLiteral("5")));
+    QCOMPARE(playback.count(), 4);
+    for (int row = 0; row < playback.count(); ++row)
+        QVERIFY(!playback.tucaoAt(row).value("tucaoId").toString().isEmpty());
+}
+
+void TestTucaoRules::pauseStopsThePendingStart_data()
+{
+    QTest::addColumn<QString>("press");
+    QTest::newRow("pause") << "pause";
+    QTest::newRow("next group") << "next";
+    QTest::newRow("previous group") << "previous";
+}
+
+void TestTucaoRules::pauseStopsThePendingStart()
+{
+    QFETCH(QString, press);
+    VORATucaoPlayback playback;
+    playback.setImageSize(QSizeF(300, 450));
+    playback.setTucaoList(makeTucaoList(6));
+    playback.setTucao();
+    QVERIFY(playback.isStartPending());
+    if (press == QLatin1String("pause"))
+        playback.playTucao(false);
+    else if (press == QLatin1String("next"))
+        playback.showNextPageTucao();
+    else
+        playback.showLastPageTucao();
+    QVERIFY(!playback.isStartPending());
+    QVERIFY(!playback.isPlaying());
 }
 
 void TestTucaoRules::editsOnThePage()

@@ -6,22 +6,9 @@
 #include "core/VORAUtility.h"
 #include "platform/NotificationCenter.h"
 #include "reader/ReaderLog.h"
-#include "reader/VORAAdjustLuminanceView.h"
-#include "reader/VORABookmarkManager.h"
-#include "reader/VORAChapterManager.h"
-#include "reader/VORAComicViewManager.h"
 #include "reader/VORAPageDownloadManager.h"
-#include "reader/VORAPictureImageView.h"
-#include "reader/VORAReadComicManager.h"
-#include "reader/VORAReadGate.h"
-#include "reader/VORAReadPageLog.h"
-#include "reader/VORAReaderPanels.h"
 #include "reader/VORAReaderStore.h"
-#include "reader/VORAReaderTucaoEditing.h"
 #include "store/VORAPersistenceManager.h"
-#include "tucao/VORATuCaoEditManager.h"
-#include "tucao/VORATuCaoInputView.h"
-#include "tucao/VORATucaoPublisher.h"
 #include "tucao/VORATuCaoMenuView.h"
 
 #include <QCoreApplication>
@@ -99,71 +86,6 @@ VORAReadHomePageViewController::~VORAReadHomePageViewController()
             session->disconnect(this);
         }
     }
-}
-
-QObject *VORAReadHomePageViewController::comicViewManagerObject() const
-{
-    return m_comicViewManager;
-}
-
-VORATuCaoInputView *VORAReadHomePageViewController::tucaoInputView() const
-{
-    return m_tucaoEditing->tucaoInputView();
-}
-
-QObject *VORAReadHomePageViewController::tucaoInputViewObject() const
-{
-    return tucaoInputView();
-}
-
-VORATuCaoEditManager *VORAReadHomePageViewController::tucaoEditManager() const
-{
-    return m_tucaoEditing->tucaoEditManager();
-}
-
-QObject *VORAReadHomePageViewController::tucaoEditManagerObject() const
-{
-    return tucaoEditManager();
-}
-
-VORATucaoPublisher *VORAReadHomePageViewController::tucaoPublisher() const
-{
-    return m_tucaoEditing->tucaoPublisher();
-}
-
-VORAChapterManager *VORAReadHomePageViewController::chapterManager() const
-{
-    return m_panels->chapterManager();
-}
-
-VORABookmarkManager *VORAReadHomePageViewController::bookmarkManager() const
-{
-    return m_panels->bookmarkManager();
-}
-
-VORAAdjustLuminanceView *VORAReadHomePageViewController::luminanceView() const
-{
-    return m_panels->luminanceView();
-}
-
-QObject *VORAReadHomePageViewController::chapterPanelObject() const
-{
-    return chapterManager();
-}
-
-QObject *VORAReadHomePageViewController::bookmarkPanelObject() const
-{
-    return bookmarkManager();
-}
-
-QObject *VORAReadHomePageViewController::luminancePanelObject() const
-{
-    return luminanceView();
-}
-
-bool VORAReadHomePageViewController::helpShown() const
-{
-    return m_panels->helpShown();
 }
 
 int VORAReadHomePageViewController::pageCount() const

@@ -5,11 +5,16 @@
 #include "net/VORAPageInfoDTO.h"
 #include "net/VORATucao.h"
 #include "net/VORATucaoDTO.h"
+#include "reader/VORAComicViewManager.h"
 #include "reader/VORAReadComicManagerDelegate.h"
 #include "reader/VORAReadComicManager.h"
 #include "reader/VORAReadGate.h"
 #include "reader/VORAReadPageLog.h"
+#include "reader/VORAReaderPanels.h"
+#include "reader/VORAReaderTucaoEditing.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
+#include "tucao/VORATuCaoInputView.h"
+#include "tucao/VORATucaoPublisher.h"
 
 #include <QList>
 #include <QObject>
@@ -19,17 +24,7 @@
 
 #include <optional>
 
-class VORAAdjustLuminanceView;
-class VORABookmarkManager;
-class VORAChapterManager;
-class VORAComicViewManager;
-class VORAReaderPanels;
 class VORAReaderStore;
-class VORAReaderTucaoEditing;
-class VORATuCaoEditManager;
-class VORATuCaoInputView;
-class VORATucaoPlayback;
-class VORATucaoPublisher;
 
 // The reader screen. Opened with a comic, a chapter and a page id (or
 // "kFirstPage" / "kLastPage"), it owns the reading session of the chapter on
@@ -89,7 +84,7 @@ public:
 
     // --- State ---
     VORAComicViewManager *comicViewManager() const { return m_comicViewManager; }
-    QObject *comicViewManagerObject() const;
+    QObject *comicViewManagerObject() const { return m_comicViewManager; }
     VORAReadComicManager *readComicManager() const { return m_session; }
     // The session opening another chapter, until it answers.
     VORAReadComicManager *pendingReadComicManager() const { return m_pendingSession; }
@@ -124,20 +119,20 @@ public:
     bool isVerticalScreen() const;
 
     // The panels while they are open (the menu entries make them).
-    VORAChapterManager *chapterManager() const;
-    VORABookmarkManager *bookmarkManager() const;
-    VORAAdjustLuminanceView *luminanceView() const;
-    QObject *chapterPanelObject() const;
-    QObject *bookmarkPanelObject() const;
-    QObject *luminancePanelObject() const;
-    bool helpShown() const;
+    VORAChapterManager *chapterManager() const { return m_panels->chapterManager(); }
+    VORABookmarkManager *bookmarkManager() const { return m_panels->bookmarkManager(); }
+    VORAAdjustLuminanceView *luminanceView() const { return m_panels->luminanceView(); }
+    QObject *chapterPanelObject() const { return chapterManager(); }
+    QObject *bookmarkPanelObject() const { return bookmarkManager(); }
+    QObject *luminancePanelObject() const { return luminanceView(); }
+    bool helpShown() const { return m_panels->helpShown(); }
 
     // Tucao editing.
-    VORATuCaoInputView *tucaoInputView() const;
-    QObject *tucaoInputViewObject() const;
-    VORATuCaoEditManager *tucaoEditManager() const;
-    QObject *tucaoEditManagerObject() const;
-    VORATucaoPublisher *tucaoPublisher() const;
+    VORATuCaoInputView *tucaoInputView() const { return m_tucaoEditing->tucaoInputView(); }
+    QObject *tucaoInputViewObject() const { return tucaoInputView(); }
+    VORATuCaoEditManager *tucaoEditManager() const { return m_tucaoEditing->tucaoEditManager(); }
+    QObject *tucaoEditManagerObject() const { return tucaoEditManager(); }
+    VORATucaoPublisher *tucaoPublisher() const { return m_tucaoEditing->tucaoPublisher(); }
 
     // --- Rules (pure) ---
     // The page slider's value rounded half up.

@@ -191,49 +191,29 @@ void TestPageLoader::downloadFillsCacheAndBringsTucao()
 
 // --- Tucao answers ---
 
+// An answer that arrived is a list, even an empty one (the records suite
+// owns how a tucao is read).
 void TestPageLoader::tucaoAnswers_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<int>("count");
-    QTest::addColumn<QString>("tucaoId");
-    QTest::addColumn<QString>("userId");
-    QTest::addColumn<int>("x");
-
-    QTest::newRow("ids as numbers are empty")
-        << QByteArray(R"({"list":[{"tucao_id":5,"content":"好笑","user_id":90001,"nickname":null,"x":"12",)"
-                      R"("y":3,"width":40,"height":20,"color":0,"back":0,"ceate_time":1700000000}]})")
-        << 1 << "" << "" << 12;
-    QTest::newRow("ids as text")
-        << QByteArray(R"({"list":[{"tucao_id":"77","content":"嗯","user_id":"90002","x":4294967297}]})") << 1 << "77"
-        << "90002" << 1;
-    QTest::newRow("no list") << QByteArray(R"({"code":1})") << 0 << "" << "" << 0;
-    QTest::newRow("list not an array") << QByteArray(R"({"list":{"a":1}})") << 0 << "" << "" << 0;
-    QTest::newRow("not JSON") << QByteArray("<html>busy</html>") << 0 << "" << "" << 0;
+    QTest::newRow("one") << QByteArray(R"({"list":[{"tucao_id":"77","content":"嗯","user_id":"90002"}]})") << 1;
+    QTest::newRow("no list") << QByteArray(R"({"code":1})") << 0;
+    QTest::newRow("not JSON") << QByteArray("<html>busy</html>") << 0;
 }
 
 void TestPageLoader::tucaoAnswers()
 {
     QFETCH(QByteArray, body);
     QFETCH(int, count);
-    QFETCH(QString, tucaoId);
-    QFETCH(QString, userId);
-    QFETCH(int, x);
-
     const VORAPageInfoDTO &info = m_pages.at(3);
     writeFile(VORAPersistenceManager::pageCacheFileWithPageId(info.pageId), "cached");
     m_env.site->faults().setMalformed(tucaoPath, body);
     PageRun load(info);
     QVERIFY(load.run());
-    // An answer that arrived is a list, even an empty one.
     const std::optional<QList<VORATucao>> &tucao = load.recorder.pages.first().tucao;
     QVERIFY(tucao);
     QCOMPARE(tucao->size(), count);
-    if (count > 0) {
-        QCOMPARE(tucao->first().tucaoId, tucaoId);
-        QCOMPARE(tucao->first().userId, userId);
-        QCOMPARE(tucao->first().x, x);
-        QCOMPARE(tucao->first().nickName, QString());
-    }
 }
 
 // --- Cancelling ---
@@ -380,46 +360,16 @@ void TestPageLoader::downloadedComicFiles()
     }
     QVERIFY(!QFileInfo::exists(root + "5302")); // naming a file creates nothing
 
-    VORAComicInfoDTO comic;
-    comic.comicId = QStringLiteral("5302");
-    comic.name = QStringLiteral("漫画");
-    comic.is_vip = 3;
-    VORAChapterInfoDTO chapter;
-    chapter.chapterId = QStringLiteral("44120");
-    chapter.pass_time = QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC);
-    comic.chapterList = {chapter};
-    const QString comicFile = VORAPersistenceManager::comicInfoFileWithComicId("5302");
-    VORAPersistenceManager::saveComicInfo(comic, comicFile);
-    QCOMPARE(VORAPersistenceManager::loadComicInfoWithFile(comicFile), std::optional<VORAComicInfoDTO>(comic));
-
-    const QString chapterFile = VORAPersistenceManager::chapterInfoFileWithComicId("5302", "44120");
-    QVERIFY(VORAPersistenceManager::loadChapterInfoWithFile(chapterFile).isEmpty());
-    const QList<VORAPageInfoDTO> pages{{"889123", "http://h/1.jpg", 800, 1130, 2, 0}, {"889124", "", 1, 2, 0, 1}};
-    VORAPersistenceManager::saveChapterInfo(pages, chapterFile);
-    QCOMPARE(VORAPersistenceManager::loadChapterInfoWithFile(chapterFile), pages);
-
-    const QString tucaoFile = VORAPersistenceManager::tucaoFileWithComicId("5302", "44120", "889123");
-    QVERIFY(!VORAPersistenceManager::loadTucaoWithFile(tucaoFile));
-    VORATucao t;
-    t.tucaoId = QStringLiteral("1");
-    t.content = QStringLiteral("吐槽");
-    t.userId = QStringLiteral("100001");
-    t.nickName = QStringLiteral("读者");
-    t.x = -3;
-    t.y = 4;
-    t.width = 50;
-    t.height = 20;
-    t.color = 1;
-    t.back = 2;
-    t.updateTime = QDateTime::fromSecsSinceEpoch(1700000001, Qt::UTC);
-    VORAPersistenceManager::saveTucao({t, VORATucao()}, tucaoFile);
-    QCOMPARE(*VORAPersistenceManager::loadTucaoWithFile(tucaoFile), (QList<VORATucao>{t, VORATucao()}));
-    VORAPersistenceManager::saveTucao({}, tucaoFile);
-    QCOMPARE(VORAPersistenceManager::loadTucaoWithFile(tucaoFile), std::optional<QList<VORATucao>>(QList<VORATucao>{}));
-
     // Damaged and foreign files read as nothing.
+    const QString chapterFile = VORAPersistenceManager::chapterInfoFileWithComicId("5302", "44120");
+    const QString tucaoFile = VORAPersistenceManager::tucaoFileWithComicId("5302", "44120", "889123");
+    const QString comicFile = VORAPersistenceManager::comicInfoFileWithComicId("5302");
+    QVERIFY(VORAPersistenceManager::loadChapterInfoWithFile(chapterFile).isEmpty());
+    QVERIFY(!VORAPersistenceManager::loadTucaoWithFile(tucaoFile));
     writeFile(chapterFile, QByteArray("\xa1\x67\x63hapter", 9));
     QVERIFY(VORAPersistenceManager::loadChapterInfoWithFile(chapterFile).isEmpty());
+    VORAComicInfoDTO comic;
+    comic.comicId = QStringLiteral("5302");
     VORAPersistenceManager::saveComicInfo(comic, tucaoFile); // another key
     QVERIFY(!VORAPersistenceManager::loadTucaoWithFile(tucaoFile));
     writeFile(comicFile, QByteArray());

@@ -648,14 +648,6 @@ bool waitForChapter(int loadsBefore, QSignalSpy &loaded)
 }
 const QString freeComic = QStringLiteral("10007");
 
-VORABookMarkDTO freeComicBookmark(const QList<BookmarkPtr> &marks, const QString &pageId)
-{
-    for (const BookmarkPtr &mark : marks) {
-        if (mark->pageId() == pageId)
-            return VORABookMarkDTO::fromRecord(*mark);
-    }
-    return {};
-}
 } // namespace
 
 void TestReaderScreenRules::chapterBoundariesAndTurningChapters()
@@ -758,23 +750,6 @@ void TestReaderScreenRules::bookmarkTwice()
     for (const BookmarkPtr &mark : marks)
         matching += mark->pageId() == pageId ? 1 : 0;
     QCOMPARE(matching, 1);
-
-    // The bookmark of another comic opens that comic at its page.
-    VORABookMarkDTO other;
-    other.comicId = QStringLiteral("10003");
-    reader.openComic(other.comicId, QString(), VORAReadComicManager::kFirstPage);
-    QVERIFY(waitForChapter(1, loaded));
-    reader.quickTurnPage(3);
-    other.chapterId = reader.chapterId();
-    other.pageId = reader.pageId();
-    reader.skipeToComicWithBookmark(freeComicBookmark(marks, pageId));
-    QVERIFY(waitForChapter(2, loaded));
-    QCOMPARE(reader.comicId(), freeComic);
-    QCOMPARE(reader.pageId(), pageId);
-    reader.skipeToComicWithBookmark(other);
-    QVERIFY(waitForChapter(3, loaded));
-    QCOMPARE(reader.comicId(), other.comicId);
-    QCOMPARE(reader.currentPageIndex(), 3);
 }
 
 void TestReaderScreenRules::leavingSavesThePosition()
@@ -809,14 +784,6 @@ void TestReaderScreenRules::leavingSavesThePosition()
     QCOMPARE(history->chapterId(), chapterId);
     QCOMPARE(history->pageId(), lastPageId);
     QVERIFY(db.getRecentReadInfoWithComic(freeComic));
-
-    // Reopened on that page id: the same page.
-    VORAReadHomePageViewController again;
-    QSignalSpy loadedAgain(&again, &VORAReadHomePageViewController::chapterLoaded);
-    again.openComic(freeComic, history->chapterId(), history->pageId());
-    QVERIFY(waitForChapter(0, loadedAgain));
-    QCOMPARE(again.currentPageIndex(), 5);
-    QCOMPARE(again.pageId(), lastPageId);
 }
 
 void TestReaderScreenRules::aRefusedChapterLeavesTheOneOnScreen()

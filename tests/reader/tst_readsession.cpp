@@ -75,8 +75,6 @@ private slots:
     void readGate();
     void gateRefusalEndsTheOpening_data();
     void gateRefusalEndsTheOpening();
-    void wholeComicDialogs_data();
-    void wholeComicDialogs();
     void dialogAnswers_data();
     void dialogAnswers();
     void purchaseThroughTheSite();
@@ -320,39 +318,6 @@ void TestReadSession::gateRefusalEndsTheOpening()
     }
 }
 
-// The coin dialog's third button: the whole comic. Equal coins are not enough.
-void TestReadSession::wholeComicDialogs_data()
-{
-    QTest::addColumn<qint64>("coins");
-    QTest::addColumn<int>("tag");
-    QTest::addColumn<QString>("message");
-    // Unbought: 30 + 20 (+ a free chapter); the bought one does not count.
-    QTest::newRow("exactly the total") << qint64(50) << 10004
-                                       << "购买本书需要50个quorin币,您当前的quorin币为50,余额不足,请充值!";
-    QTest::newRow("one more than the total") << qint64(51) << 10003 << "购买本书需要50个quorin币";
-}
-
-void TestReadSession::wholeComicDialogs()
-{
-    QFETCH(qint64, coins);
-    QFETCH(int, tag);
-    QFETCH(QString, message);
-
-    setLocalUser(true, coins, false);
-    m_env.site->faults().setMalformed(
-        comicPath, comicAnswer(1, {paidChapter(30), paidChapter(20), paidChapter(40, 1), QJsonObject{{"is_view", 1}}}));
-    AlertRecorder alerts;
-    SessionRecorder recorder;
-    RecordingHooks hooks;
-    auto session = makeSession("777", "9001", "kFirstPage", &recorder, &hooks);
-    session->load();
-    QTRY_COMPARE(alerts.lastTag(), 10002);
-    session->alertView(10002, 2);
-    QCOMPARE(alerts.lastTag(), tag);
-    QCOMPARE(alerts.lastMessage(), message);
-    QCOMPARE(alerts.last().value("buttons").toStringList(), (QStringList{"取消", "购买"}));
-}
-
 // --- Dialog answers ---
 
 void TestReadSession::dialogAnswers_data()
@@ -532,16 +497,6 @@ void TestReadSession::downloadedChapters()
     QTRY_COMPARE(hooks.calls, QStringList{"user"});
     QCOMPARE(m_env.site->requestCount(comicPath), comicRequests + 1);
 
-    // A damaged comicInfo.txt: the reader hears of a failure.
-    QFile damaged(VORAPersistenceManager::comicInfoFileWithComicId("5302"));
-    QVERIFY(damaged.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    damaged.write("\xff\x00garbage", 9);
-    damaged.close();
-    SessionRecorder damagedRecorder;
-    auto broken = makeSession("5302", "44121", "kFirstPage", &damagedRecorder, &hooks);
-    broken->load();
-    QCOMPARE(damagedRecorder.infoCalls, 1);
-    QVERIFY(damagedRecorder.lastInfoFailed);
 }
 
 // --- Sign-in notification and teardown ---

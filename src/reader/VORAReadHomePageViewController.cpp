@@ -414,6 +414,7 @@ void VORAReadHomePageViewController::toggleMenu()
 
 void VORAReadHomePageViewController::backPreviousPage()
 {
+    m_panels->closeLuminanceView();
     if (m_closing)
         return;
     m_closing = true;
@@ -436,6 +437,7 @@ void VORAReadHomePageViewController::backPreviousPage()
 
 void VORAReadHomePageViewController::addBookmark()
 {
+    m_panels->closeLuminanceView();
     if (!m_comicInfoDTO || !m_chapterInfoDTO || !m_pageInfoDTO)
         return;
     m_store->addBookmark(*m_comicInfoDTO, *m_chapterInfoDTO, *m_pageInfoDTO);
@@ -448,17 +450,20 @@ void VORAReadHomePageViewController::popUpLuminanceView()
 
 void VORAReadHomePageViewController::popUpBookmarkView()
 {
+    m_panels->closeLuminanceView();
     m_panels->popUpBookmarkView();
 }
 
 void VORAReadHomePageViewController::popUpChapterView()
 {
+    m_panels->closeLuminanceView();
     if (m_comicInfoDTO)
         m_panels->popUpChapterView(m_chapterId, m_comicId, *m_comicInfoDTO);
 }
 
 void VORAReadHomePageViewController::popUpHelpView()
 {
+    m_panels->closeLuminanceView();
     m_panels->popUpHelpView();
 }
 
@@ -469,12 +474,14 @@ void VORAReadHomePageViewController::hideHelpView()
 
 void VORAReadHomePageViewController::popUpTucaoInputView()
 {
+    m_panels->closeLuminanceView();
     showMenu();
     m_tucaoEditing->popUpTucaoInputView();
 }
 
 void VORAReadHomePageViewController::swtichScreen()
 {
+    m_panels->closeLuminanceView();
     if (getCurrentScreenState() == 1)
         swtichScreenToportraitScreen();
     else
@@ -484,20 +491,20 @@ void VORAReadHomePageViewController::swtichScreen()
 void VORAReadHomePageViewController::swtichScreenToLandscape()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(false);
+    applyReadMode();
     emit readModeChanged();
-    emit orientationRequested(true);
 }
 
 void VORAReadHomePageViewController::swtichScreenToportraitScreen()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsVerticalScreen(true);
+    applyReadMode();
     emit readModeChanged();
-    emit orientationRequested(false);
 }
 
 void VORAReadHomePageViewController::applyReadMode()
 {
-    emit orientationRequested(!isVerticalScreen());
+    m_comicViewManager->setPortraitReading(isVerticalScreen());
 }
 
 void VORAReadHomePageViewController::setLuminanceValue(qreal value)

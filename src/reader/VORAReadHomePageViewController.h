@@ -178,7 +178,8 @@ public:
     Q_INVOKABLE void swtichScreen();
     Q_INVOKABLE void swtichScreenToLandscape();
     Q_INVOKABLE void swtichScreenToportraitScreen();
-    // The read mode as the screen opens (the window follows it).
+    // The read mode as the screen opens: the shape of the reading surface
+    // inside the window (the window itself is the user's).
     Q_INVOKABLE void applyReadMode();
     // The black layer's opacity (the brightness panel sets it).
     Q_INVOKABLE void setLuminanceValue(qreal value);
@@ -211,8 +212,6 @@ signals:
     // The sign-in screen, the payment screen (1 membership, 2 coins).
     void signInRequested();
     void payRequested(int kind);
-    // The window should turn (true: landscape).
-    void orientationRequested(bool landscape);
     // The tucao input (a signed-in reader).
     void tucaoInputRequested();
     // The reading position of the comic is in the store.

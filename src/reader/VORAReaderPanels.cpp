@@ -35,11 +35,19 @@ void VORAReaderPanels::closeWhenRemoved(QPointer<Panel> &slot, Panel *panel)
 
 void VORAReaderPanels::popUpLuminanceView()
 {
-    if (m_luminanceView)
+    if (m_luminanceView) {
+        closeLuminanceView();
         return;
+    }
     auto *panel = new VORAAdjustLuminanceView(this);
     connect(panel, &VORAAdjustLuminanceView::layerOpacityChanged, this, &VORAReaderPanels::layerOpacityChanged);
     closeWhenRemoved(m_luminanceView, panel);
+}
+
+void VORAReaderPanels::closeLuminanceView()
+{
+    if (m_luminanceView)
+        m_luminanceView->close();
 }
 
 void VORAReaderPanels::popUpBookmarkView()

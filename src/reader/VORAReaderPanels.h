@@ -28,7 +28,10 @@ public:
     VORAAdjustLuminanceView *luminanceView() const { return m_luminanceView; }
     bool helpShown() const { return m_helpShown; }
 
+    // Its entry again closes it.
     void popUpLuminanceView();
+    // Every other menu entry closes the brightness panel before it acts.
+    void closeLuminanceView();
     void popUpBookmarkView();
     // The chapter list of the comic, with the chapter being read marked.
     void popUpChapterView(const QString &chapterId, const QString &comicId, const VORAComicInfoDTO &comic);

@@ -68,8 +68,7 @@ void VORAReaderTucaoEditing::popUPTucaoEditViewWithPoint(const QString &text, co
         return;
     }
     resetComicViewWhenTucao();
-    openTucaoEdit(new VORATuCaoEditManager(text, point, view->tucaoPagePlacement(), m_reader->getCurrentScreenState(),
-                                           this),
+    openTucaoEdit(new VORATuCaoEditManager(text, point, tucaoPlacement(view), m_reader->getCurrentScreenState(), this),
                   view->tucaoPlayback());
 }
 
@@ -84,9 +83,17 @@ bool VORAReaderTucaoEditing::showTucaoEditViewWithTucaoView(VORATucaoPlayback *p
         return false;
     playback->removeTucao(tucaoId);
     resetComicViewWhenTucao();
-    openTucaoEdit(new VORATuCaoEditManager(*tucao, view->tucaoPagePlacement(), m_reader->getCurrentScreenState(), this),
+    openTucaoEdit(new VORATuCaoEditManager(*tucao, tucaoPlacement(view), m_reader->getCurrentScreenState(), this),
                   playback);
     return true;
+}
+
+// The page's placement with the surface the editing layer covers.
+VORATucaoPagePlacement VORAReaderTucaoEditing::tucaoPlacement(const VORAPictureImageView *view) const
+{
+    VORATucaoPagePlacement placement = view->tucaoPagePlacement();
+    placement.surfaceSize = m_reader->comicViewManager()->viewSize();
+    return placement;
 }
 
 void VORAReaderTucaoEditing::onPopUpTucaoEditView(const Notification &n)

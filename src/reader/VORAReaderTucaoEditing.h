@@ -2,6 +2,7 @@
 
 #include "net/VORATucao.h"
 #include "net/VORATucaoDTO.h"
+#include "tucao/VORATucaoPagePlacement.h"
 #include "tucao/VORATuCaoEditManager.h"
 #include "tucao/VORATucaoPlayback.h"
 
@@ -10,6 +11,7 @@
 #include <QPointer>
 #include <QString>
 
+class VORAPictureImageView;
 class VORAReadHomePageViewController;
 class VORATuCaoInputView;
 class VORATucaoPublisher;
@@ -60,6 +62,7 @@ private:
     void onPopUpTucaoEditView(const Notification &n);
     void openTucaoEdit(VORATuCaoEditManager *edit, VORATucaoPlayback *playback);
     void dropTucaoEdit();
+    VORATucaoPagePlacement tucaoPlacement(const VORAPictureImageView *view) const;
 
     VORAReadHomePageViewController *m_reader = nullptr;
     VORATuCaoInputView *m_tucaoInputView = nullptr;

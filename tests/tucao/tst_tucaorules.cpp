@@ -100,9 +100,7 @@ void TestTucaoRules::conversion_data()
     const QList<qint64> rect{40, 100, 60, 30};
     const QList<qint64> at800{80, 800, 120, 60};
     QTest::newRow("portrait, scrolled 300") << 748.0 << QPointF(0, 300) << 0.0 << rect << at800;
-    QTest::newRow("landscape, scrolled 300") << 1004.0 << QPointF(0, 300) << 0.0 << rect << at800;
     QTest::newRow("portrait, sideways offset ignored") << 748.0 << QPointF(250, 300) << 0.0 << rect << at800;
-    QTest::newRow("landscape, sideways offset ignored") << 1004.0 << QPointF(-120, 300) << 0.0 << rect << at800;
     QTest::newRow("landscape, page centred 50 down") << 1004.0 << QPointF(0, 0) << 50.0 << rect
                                                      << QList<qint64>{80, 100, 120, 60};
     QTest::newRow("fractions truncated at each step") << 748.0 << QPointF(0, 300.9) << 0.5 << rect

@@ -17,14 +17,13 @@ VORATucaoPublisher::VORATucaoPublisher(QObject *parent)
 
 VORATucaoPublisher::~VORATucaoPublisher()
 {
-    // A request still on its way reports to nobody.
+    // A request still on its way reports to nobody; the services go with
+    // this object, their parent.
     for (VORAHttpBaseWebService *s : {static_cast<VORAHttpBaseWebService *>(m_addService),
                                       static_cast<VORAHttpBaseWebService *>(m_updateService),
                                       static_cast<VORAHttpBaseWebService *>(m_deleteService)}) {
-        if (s) {
+        if (s)
             s->cancelRequest();
-            delete s;
-        }
     }
 }
 

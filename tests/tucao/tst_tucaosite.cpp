@@ -7,7 +7,6 @@
 #include "TucaoTestSupport.h"
 #include "net/ASIHTTPRequest.h"
 #include "net/VORAGetChapterInfoService.h"
-#include "net/VORAGetComicBasicInfoService.h"
 #include "net/VORAGetTucaoService.h"
 #include "tucao/VORATuCaoEditManager.h"
 #include "tucao/VORATuCaoInputView.h"
@@ -68,21 +67,9 @@ void TestTucaoSite::initTestCase()
     QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
     QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->user()->userId(), QStringLiteral("100001"));
 
-    // The first page of the first free chapter of the first comic.
+    // The first page of the first (free) chapter of the first comic.
     m_comicId = QStringLiteral("10001");
-    VORAGetComicBasicInfoService comic;
-    comic.comicId = m_comicId;
-    QVERIFY(run(comic));
-    const std::optional<VORAComicInfoDTO> info = comic.comicInfo();
-    QVERIFY(info);
-    QString chapterId;
-    for (const auto &ch : info->chapterList) {
-        if (ch.type != 2) {
-            chapterId = ch.chapterId;
-            break;
-        }
-    }
-    QVERIFY(!chapterId.isEmpty());
+    const QString chapterId = QStringLiteral("40001");
     VORAGetChapterInfoService chapter;
     chapter.chapterId = chapterId;
     QVERIFY(run(chapter));

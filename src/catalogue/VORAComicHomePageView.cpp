@@ -75,11 +75,6 @@ VORAComicHomePageView::~VORAComicHomePageView()
     VORAUtility::hideLoadingViewWithParentView(this);
 }
 
-QObject *VORAComicHomePageView::chapterViewObject() const
-{
-    return m_chapterView;
-}
-
 // --- Rules ---
 
 bool VORAComicHomePageView::isChapterSealed(const QDateTime &passTime, const QDateTime &now)

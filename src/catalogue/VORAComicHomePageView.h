@@ -17,6 +17,8 @@ class VORABuyChapterService;
 class VORAChapterView;
 class VORAGetComicBasicInfoService;
 
+Q_MOC_INCLUDE("catalogue/VORAChapterView.h")
+
 // The comic detail page (overlay tag 300000), reused by every list: the head
 // information, the chapter list with its marks and sort, start / continue
 // reading, the chapter access rule with its dialogs (tags 10000-10005), chapter
@@ -38,7 +40,7 @@ class VORAComicHomePageView : public QObject, public VORAHttpBaseWebServiceDeleg
     Q_PROPERTY(QString waitText READ waitText CONSTANT)
     Q_PROPERTY(bool hasComicInfo READ hasComicInfo NOTIFY comicInfoChanged)
     Q_PROPERTY(QVariantMap headInfo READ headInfo NOTIFY comicInfoChanged)
-    Q_PROPERTY(QObject *chapterView READ chapterViewObject CONSTANT)
+    Q_PROPERTY(VORAChapterView *chapterView READ chapterView CONSTANT)
     Q_PROPERTY(bool hasReadHistory READ hasReadHistory NOTIFY readHistoryChanged)
     Q_PROPERTY(QString readButtonImage READ readButtonImage NOTIFY readHistoryChanged)
     Q_PROPERTY(QString readButtonPressedImage READ readButtonPressedImage NOTIFY readHistoryChanged)
@@ -71,7 +73,6 @@ public:
     const std::optional<VORAComicInfoDTO> &comicInfoDTO() const { return m_comicInfoDTO; }
     QVariantMap headInfo() const;
     VORAChapterView *chapterView() const { return m_chapterView; }
-    QObject *chapterViewObject() const;
     bool hasReadHistory() const { return !m_historyChapterId.isEmpty(); }
     QString readButtonImage() const;
     QString readButtonPressedImage() const;

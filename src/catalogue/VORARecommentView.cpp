@@ -87,7 +87,7 @@ QVariantList VORARecommentView::slides() const
     return list;
 }
 
-QObject *VORARecommentView::noNetworkView() const
+VORANetWorkNoLinking *VORARecommentView::noNetworkView() const
 {
     return m_noNetwork;
 }

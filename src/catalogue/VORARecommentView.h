@@ -14,6 +14,8 @@
 class VORAGetRcommentService;
 class VORANetWorkNoLinking;
 
+Q_MOC_INCLUDE("catalogue/VORANetWorkNoLinking.h")
+
 // The recommendation feed: four tabs, a banner of slides that advances by
 // itself, a grid of comics three to a row and pull-to-refresh. All state and
 // rules live here; the QML only draws the properties and calls the invokables.
@@ -31,7 +33,7 @@ class VORARecommentView : public QObject, public VORAHttpBaseWebServiceDelegate
     Q_PROPERTY(bool reloadingUp READ reloadingUp NOTIFY reloadingUpChanged)
     Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
     Q_PROPERTY(bool landscape READ isLandscape NOTIFY orientationChanged)
-    Q_PROPERTY(QObject *noNetworkView READ noNetworkView CONSTANT)
+    Q_PROPERTY(VORANetWorkNoLinking *noNetworkView READ noNetworkView CONSTANT)
     Q_PROPERTY(int rowHeight READ rowHeight CONSTANT)
 public:
     static constexpr int firstTag = 2000;
@@ -60,7 +62,7 @@ public:
     bool reloadingUp() const { return m_reloadingUp; }
     bool isLoading() const { return m_loading; }
     bool isLandscape() const { return m_landscape; }
-    QObject *noNetworkView() const;
+    VORANetWorkNoLinking *noNetworkView() const;
     int rowHeight() const { return 205; }
 
     const QList<VORARecommentDTO> &recommentArray() const { return m_recommentArray; }

@@ -58,8 +58,6 @@ VORASearchView::~VORASearchView()
     m_searchService->cancelRequest();
 }
 
-QObject *VORASearchView::cloudViewObject() const { return m_cloudView; }
-QObject *VORASearchView::resultsObject() const { return m_comicListArray; }
 
 QString VORASearchView::headerText() const
 {

@@ -11,6 +11,9 @@ class VORAComicListModel;
 class VORAGetCloudTagService;
 class VORAGetSearchKeyword;
 
+Q_MOC_INCLUDE("catalogue/VORACloudView.h")
+Q_MOC_INCLUDE("catalogue/VORAComicListModel.h")
+
 // The search screen: a search field, the cloud of hot keywords, the search
 // history panel and the result list.
 //
@@ -20,8 +23,8 @@ class VORAGetSearchKeyword;
 class VORASearchView : public QObject, public VORAHttpBaseWebServiceDelegate
 {
     Q_OBJECT
-    Q_PROPERTY(QObject *cloudView READ cloudViewObject CONSTANT)
-    Q_PROPERTY(QObject *results READ resultsObject CONSTANT)
+    Q_PROPERTY(VORACloudView *cloudView READ cloudView CONSTANT)
+    Q_PROPERTY(VORAComicListModel *results READ comicList CONSTANT)
     Q_PROPERTY(QString fieldText READ fieldText NOTIFY fieldTextChanged)
     Q_PROPERTY(QStringList searchHistoryArray READ searchHistoryArray NOTIFY historyChanged)
     Q_PROPERTY(bool historyVisible READ historyVisible NOTIFY historyChanged)
@@ -41,9 +44,7 @@ public:
     ~VORASearchView() override;
 
     VORACloudView *cloudView() const { return m_cloudView; }
-    QObject *cloudViewObject() const;
     VORAComicListModel *comicList() const { return m_comicListArray; }
-    QObject *resultsObject() const;
     QString fieldText() const { return m_fieldText; }
     QStringList searchHistoryArray() const { return m_searchHistoryArray; }
     bool historyVisible() const { return m_historyVisible; }

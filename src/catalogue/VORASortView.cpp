@@ -90,8 +90,7 @@ VORASortView::~VORASortView()
     VORAUtility::hideLoadingViewWithParentView(this);
 }
 
-QObject *VORASortView::comicsObject() const { return m_sortArray; }
-QObject *VORASortView::noNetworkView() const { return m_noNetwork; }
+VORANetWorkNoLinking *VORASortView::noNetworkView() const { return m_noNetwork; }
 
 QVariantList VORASortView::themeButtons() const { return buttonList(themeTable); }
 QVariantList VORASortView::serialButtons() const { return buttonList(serialTable); }

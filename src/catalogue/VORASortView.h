@@ -13,6 +13,9 @@ class VORAComicListModel;
 class VORANetWorkNoLinking;
 class VORASortWebService;
 
+Q_MOC_INCLUDE("catalogue/VORAComicListModel.h")
+Q_MOC_INCLUDE("catalogue/VORANetWorkNoLinking.h")
+
 // The category screen: comics filtered by one criterion at a time (a theme, a
 // serial state, a sort order or, from the shell's category buttons, a type),
 // 30 a page, pull-down to reload, pull-up for the next page until a page comes
@@ -25,7 +28,7 @@ class VORASortWebService;
 class VORASortView : public QObject, public VORAHttpBaseWebServiceDelegate
 {
     Q_OBJECT
-    Q_PROPERTY(QObject *comics READ comicsObject CONSTANT)
+    Q_PROPERTY(VORAComicListModel *comics READ comicList CONSTANT)
     Q_PROPERTY(int comicCategory READ comicCategory NOTIFY filterChanged)
     Q_PROPERTY(int btnInt READ btnInt NOTIFY filterChanged)
     Q_PROPERTY(QString filterTitle READ filterTitle NOTIFY filterChanged)
@@ -47,7 +50,7 @@ class VORASortView : public QObject, public VORAHttpBaseWebServiceDelegate
     Q_PROPERTY(QString textPanel READ textPanel NOTIFY textPanelChanged)
     Q_PROPERTY(bool reloading READ reloading NOTIFY reloadingChanged)
     Q_PROPERTY(bool reloadingUp READ reloadingUp NOTIFY reloadingChanged)
-    Q_PROPERTY(QObject *noNetworkView READ noNetworkView CONSTANT)
+    Q_PROPERTY(VORANetWorkNoLinking *noNetworkView READ noNetworkView CONSTANT)
     Q_PROPERTY(bool landscape READ isLandscape NOTIFY orientationChanged)
 public:
     static constexpr int pageSize = 30;
@@ -66,11 +69,10 @@ public:
     explicit VORASortView(QObject *parent = nullptr);
     ~VORASortView() override;
 
-    QObject *comicsObject() const;
     VORAComicListModel *comicList() const { return m_sortArray; }
     const VORASortWebService *service() const { return m_service; }
     VORANetWorkNoLinking *noNetwork() const { return m_noNetwork; }
-    QObject *noNetworkView() const;
+    VORANetWorkNoLinking *noNetworkView() const;
 
     int comicCategory() const { return m_comicCategory; }
     qint64 comicTheme() const { return m_comicTheme; }

@@ -33,11 +33,6 @@ VORABookmarkManager::VORABookmarkManager(QObject *parent)
 
 VORABookmarkManager::~VORABookmarkManager() = default;
 
-QObject *VORABookmarkManager::modelObject() const
-{
-    return m_model;
-}
-
 QList<VORABookMarkDTO> VORABookmarkManager::getBookmarkList(VORADatabaseManager &dbM)
 {
     QList<VORABookMarkDTO> list;

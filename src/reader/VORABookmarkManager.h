@@ -9,6 +9,8 @@ class VORABookmarkListModel;
 class VORADatabaseManager;
 class VORAReadHomeViewControllerHooks;
 
+Q_MOC_INCLUDE("reader/VORABookmarkListModel.h")
+
 // The reader's bookmark panel: every stored bookmark of every comic, read from
 // the store once when the panel is made and shown newest first (the panel
 // sorts once as it opens; each press of the sort button reverses the order).
@@ -31,7 +33,7 @@ class VORAReadHomeViewControllerHooks;
 class VORABookmarkManager : public VORAReaderSidePanel
 {
     Q_OBJECT
-    Q_PROPERTY(QObject *model READ modelObject CONSTANT)
+    Q_PROPERTY(VORABookmarkListModel *model READ bookmarkListModel CONSTANT)
     Q_PROPERTY(int bookmarkType READ bookmarkType NOTIFY bookmarkTypeChanged)
     Q_PROPERTY(bool loaded READ isLoaded NOTIFY bookmarksLoaded)
     Q_PROPERTY(int rowHeight READ rowHeight CONSTANT)
@@ -44,7 +46,6 @@ public:
     VORAReadHomeViewControllerHooks *readHomeController() const { return m_readHomeController; }
 
     VORABookmarkListModel *bookmarkListModel() const { return m_model; }
-    QObject *modelObject() const;
     const QList<VORABookMarkDTO> &mybookmarkList() const { return m_mybookmarkList; }
     int bookmarkType() const { return m_bookmarkType; }
     bool isLoaded() const { return m_loaded; }

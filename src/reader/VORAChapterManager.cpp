@@ -52,11 +52,6 @@ VORAChapterManager::~VORAChapterManager()
     VORAUtility::hideLoadingViewWithParentView(this);
 }
 
-QObject *VORAChapterManager::modelObject() const
-{
-    return m_model;
-}
-
 QString VORAChapterManager::countTextFor(qsizetype n)
 {
     return QString::asprintf("当前共有%lu章", static_cast<unsigned long>(n));

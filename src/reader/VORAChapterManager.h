@@ -18,6 +18,8 @@ class VORABuyChapterService;
 class VORAChapterListModel;
 class VORAReadHomeViewControllerHooks;
 
+Q_MOC_INCLUDE("reader/VORAChapterListModel.h")
+
 // The reader's chapter panel: the open comic's chapters with the chapter being
 // read marked, a count label and a sort button. A tap on a row passes the read
 // gate; a readable chapter is opened through the reader screen
@@ -44,7 +46,7 @@ class VORAReadHomeViewControllerHooks;
 class VORAChapterManager : public VORAReaderSidePanel, public VORAHttpBaseWebServiceDelegate
 {
     Q_OBJECT
-    Q_PROPERTY(QObject *model READ modelObject CONSTANT)
+    Q_PROPERTY(VORAChapterListModel *model READ chapterListModel CONSTANT)
     Q_PROPERTY(QString comicId READ comicId CONSTANT)
     Q_PROPERTY(QString countText READ countText NOTIFY chapterListChanged)
     Q_PROPERTY(bool ascending READ ascending NOTIFY sortChanged)
@@ -68,7 +70,6 @@ public:
     void setComicInfoDTO(const VORAComicInfoDTO &comic);
 
     VORAChapterListModel *chapterListModel() const { return m_model; }
-    QObject *modelObject() const;
     QString comicId() const { return m_comicId; }
     // The chapter last tapped (at first the one being read).
     QString chapterId() const { return m_chapterId; }

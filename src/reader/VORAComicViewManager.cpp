@@ -63,16 +63,6 @@ VORAComicViewManager::~VORAComicViewManager()
     qDeleteAll(m_pictureImageViewArray);
 }
 
-QObject *VORAComicViewManager::pageViewsObject() const
-{
-    return m_pageViews;
-}
-
-QObject *VORAComicViewManager::tucaoMenuViewObject() const
-{
-    return m_tucaoMenuView;
-}
-
 void VORAComicViewManager::setDevicePixelRatio(qreal ratio)
 {
     if (!(ratio > 0) || qFuzzyCompare(ratio, m_devicePixelRatio))
@@ -86,11 +76,6 @@ VORAPictureImageView *VORAComicViewManager::pageViewAt(int index) const
     if (index < 0 || index >= m_pictureImageViewArray.size())
         return nullptr;
     return m_pictureImageViewArray.at(index);
-}
-
-QObject *VORAComicViewManager::pageViewObjectAt(int index) const
-{
-    return pageViewAt(index);
 }
 
 QList<int> VORAComicViewManager::existingPageIndexes() const

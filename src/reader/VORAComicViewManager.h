@@ -19,6 +19,10 @@ class VORAPageViewListModel;
 class VORAPictureImageView;
 class VORATuCaoMenuView;
 
+Q_MOC_INCLUDE("reader/VORAPageViewListModel.h")
+Q_MOC_INCLUDE("reader/VORAPictureImageView.h")
+Q_MOC_INCLUDE("tucao/VORATuCaoMenuView.h")
+
 // The reading surface: a horizontal strip with one slot per page of the
 // chapter, of which only the page views of the current page and two on each
 // side exist. It decides which page views exist, which page the strip rests
@@ -55,12 +59,12 @@ class VORAComicViewManager : public QObject
     Q_PROPERTY(qreal stripContentWidth READ stripContentWidth NOTIFY stripChanged)
     Q_PROPERTY(bool landscape READ isLandscape NOTIFY viewSizeChanged)
     Q_PROPERTY(QRectF surfaceRect READ surfaceRect NOTIFY viewSizeChanged)
-    Q_PROPERTY(QObject *pageViews READ pageViewsObject CONSTANT)
+    Q_PROPERTY(VORAPageViewListModel *pageViews READ pageViews CONSTANT)
     Q_PROPERTY(bool loadingFailVisible READ loadingFailVisible NOTIFY loadingFailChanged)
     Q_PROPERTY(bool loadingFailLoading READ loadingFailLoading NOTIFY loadingFailChanged)
     Q_PROPERTY(bool isShowTucao READ isShowTucao NOTIFY tucaoFlagsChanged)
     Q_PROPERTY(bool isplayTucao READ isplayTucao NOTIFY tucaoFlagsChanged)
-    Q_PROPERTY(QObject *tucaoMenuView READ tucaoMenuViewObject CONSTANT)
+    Q_PROPERTY(VORATuCaoMenuView *tucaoMenuView READ tucaoMenuView CONSTANT)
     Q_PROPERTY(bool tucaoMenuHidden READ tucaoMenuHidden NOTIFY tucaoMenuHiddenChanged)
     Q_PROPERTY(qreal devicePixelRatio READ devicePixelRatio WRITE setDevicePixelRatio NOTIFY viewSizeChanged)
 public:
@@ -89,21 +93,18 @@ public:
     // Landscape when wider than tall (the screen state 1).
     bool isLandscape() const { return m_viewSize.width() > m_viewSize.height(); }
     VORAPageViewListModel *pageViews() const { return m_pageViews; }
-    QObject *pageViewsObject() const;
     bool loadingFailVisible() const { return m_loadingFailVisible; }
     bool loadingFailLoading() const { return m_loadingFailLoading; }
     bool isShowTucao() const { return m_isShowTucao; }
     bool isplayTucao() const { return m_isplayTucao; }
     VORATuCaoMenuView *tucaoMenuView() const { return m_tucaoMenuView; }
-    QObject *tucaoMenuViewObject() const;
     bool tucaoMenuHidden() const { return m_tucaoMenuHidden; }
     bool canMoveToRequest() const { return m_canMoveToRequest; }
     qreal devicePixelRatio() const { return m_devicePixelRatio; }
     void setDevicePixelRatio(qreal ratio);
 
     // The slot of a page: its view, or null (empty slot, or no such page).
-    VORAPictureImageView *pageViewAt(int index) const;
-    Q_INVOKABLE QObject *pageViewObjectAt(int index) const;
+    Q_INVOKABLE VORAPictureImageView *pageViewAt(int index) const;
     // Pages whose view exists, ascending.
     QList<int> existingPageIndexes() const;
     // Decodes started and not yet back.

@@ -22,16 +22,6 @@ VORAPictureImageView::~VORAPictureImageView()
     releaseImage();
 }
 
-QObject *VORAPictureImageView::scrollViewObject() const
-{
-    return m_scrollView;
-}
-
-QObject *VORAPictureImageView::tucaoPlaybackObject() const
-{
-    return m_tucaoPlayback;
-}
-
 VORATucaoPagePlacement VORAPictureImageView::tucaoPagePlacement() const
 {
     VORATucaoPagePlacement placement;

@@ -16,6 +16,9 @@
 class VORAPictureScrollView;
 class VORATucaoPlayback;
 
+Q_MOC_INCLUDE("reader/VORAPictureScrollView.h")
+Q_MOC_INCLUDE("tucao/VORATucaoPlayback.h")
+
 // One page of the reading surface: the page image inside its zooming view,
 // the loading placeholder until the image is there, and the page's tucao list
 // for the overlay. It lies in the strip at x = pageIndex × strip width, one
@@ -39,14 +42,14 @@ class VORAPictureImageView : public QObject
     Q_PROPERTY(qreal x READ x NOTIFY frameChanged)
     Q_PROPERTY(qreal width READ width NOTIFY frameChanged)
     Q_PROPERTY(qreal height READ height NOTIFY frameChanged)
-    Q_PROPERTY(QObject *scrollView READ scrollViewObject CONSTANT)
+    Q_PROPERTY(VORAPictureScrollView *scrollView READ scrollView CONSTANT)
     Q_PROPERTY(int photoWidth READ photoWidth NOTIFY photoChanged)
     Q_PROPERTY(int photoHeight READ photoHeight NOTIFY photoChanged)
     Q_PROPERTY(QVariantList tiles READ tiles NOTIFY photoChanged)
     Q_PROPERTY(QVariantList tucaoList READ tucaoList NOTIFY tucaoChanged)
     Q_PROPERTY(bool hasTucao READ hasTucao NOTIFY tucaoChanged)
     Q_PROPERTY(bool tucaoPlaying READ tucaoPlaying NOTIFY tucaoPlayingChanged)
-    Q_PROPERTY(QObject *tucaoPlayback READ tucaoPlaybackObject CONSTANT)
+    Q_PROPERTY(VORATucaoPlayback *tucaoPlayback READ tucaoPlayback CONSTANT)
 public:
     enum State { Loading = 0, Shown = 1, Failed = 2 };
     Q_ENUM(State)
@@ -77,7 +80,6 @@ public:
     qreal width() const { return m_frame.width(); }
     qreal height() const { return m_frame.height(); }
     VORAPictureScrollView *scrollView() const { return m_scrollView; }
-    QObject *scrollViewObject() const;
     // Pixels of the page image as stored (not as decoded).
     QSize photoSize() const { return m_photoSize; }
     int photoWidth() const { return m_photoSize.width(); }
@@ -93,7 +95,6 @@ public:
     // Started on this page: the 2.5 s wait or the playback itself is on.
     bool tucaoPlaying() const { return m_tucaoPlaying; }
     VORATucaoPlayback *tucaoPlayback() const { return m_tucaoPlayback; }
-    QObject *tucaoPlaybackObject() const;
     // Where the image stands in the page view, for placing and converting
     // tucao rectangles (the image view's size at zoom 1, the image's pixels,
     // the content offset, the container's origin in the page view).

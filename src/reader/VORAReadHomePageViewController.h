@@ -26,6 +26,8 @@
 
 class VORAReaderStore;
 
+Q_MOC_INCLUDE("tucao/VORATuCaoEditManager.h")
+
 // The reader screen. Opened with a comic, a chapter and a page id (or
 // "kFirstPage" / "kLastPage"), it owns the reading session of the chapter on
 // screen (a new VORAReadComicManager for every chapter), the reading surface
@@ -46,7 +48,7 @@ class VORAReadHomePageViewController : public QObject,
                                        public VORAReadHomeViewControllerHooks
 {
     Q_OBJECT
-    Q_PROPERTY(QObject *comicViewManager READ comicViewManagerObject CONSTANT)
+    Q_PROPERTY(VORAComicViewManager *comicViewManager READ comicViewManager CONSTANT)
     Q_PROPERTY(QString comicId READ comicId NOTIFY dataChanged)
     Q_PROPERTY(QString chapterId READ chapterId NOTIFY dataChanged)
     Q_PROPERTY(QString pageId READ pageId NOTIFY dataChanged)
@@ -66,12 +68,12 @@ class VORAReadHomePageViewController : public QObject,
     Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
     Q_PROPERTY(int screenState READ getCurrentScreenState NOTIFY screenStateChanged)
     Q_PROPERTY(bool verticalScreen READ isVerticalScreen NOTIFY readModeChanged)
-    Q_PROPERTY(QObject *chapterPanel READ chapterPanelObject NOTIFY panelsChanged)
-    Q_PROPERTY(QObject *bookmarkPanel READ bookmarkPanelObject NOTIFY panelsChanged)
-    Q_PROPERTY(QObject *luminancePanel READ luminancePanelObject NOTIFY panelsChanged)
+    Q_PROPERTY(VORAChapterManager *chapterPanel READ chapterManager NOTIFY panelsChanged)
+    Q_PROPERTY(VORABookmarkManager *bookmarkPanel READ bookmarkManager NOTIFY panelsChanged)
+    Q_PROPERTY(VORAAdjustLuminanceView *luminancePanel READ luminanceView NOTIFY panelsChanged)
     Q_PROPERTY(bool helpShown READ helpShown NOTIFY panelsChanged)
-    Q_PROPERTY(QObject *tucaoInputView READ tucaoInputViewObject CONSTANT)
-    Q_PROPERTY(QObject *tucaoEditManager READ tucaoEditManagerObject NOTIFY tucaoEditChanged)
+    Q_PROPERTY(VORATuCaoInputView *tucaoInputView READ tucaoInputView CONSTANT)
+    Q_PROPERTY(VORATuCaoEditManager *tucaoEditManager READ tucaoEditManager NOTIFY tucaoEditChanged)
 public:
     static inline const QString firstChapterText = QStringLiteral("已经是第一章了");
     static inline const QString lastChapterText = QStringLiteral("已经是最后一章了");
@@ -84,7 +86,6 @@ public:
 
     // --- State ---
     VORAComicViewManager *comicViewManager() const { return m_comicViewManager; }
-    QObject *comicViewManagerObject() const { return m_comicViewManager; }
     VORAReadComicManager *readComicManager() const { return m_session; }
     // The session opening another chapter, until it answers.
     VORAReadComicManager *pendingReadComicManager() const { return m_pendingSession; }
@@ -122,16 +123,11 @@ public:
     VORAChapterManager *chapterManager() const { return m_panels->chapterManager(); }
     VORABookmarkManager *bookmarkManager() const { return m_panels->bookmarkManager(); }
     VORAAdjustLuminanceView *luminanceView() const { return m_panels->luminanceView(); }
-    QObject *chapterPanelObject() const { return chapterManager(); }
-    QObject *bookmarkPanelObject() const { return bookmarkManager(); }
-    QObject *luminancePanelObject() const { return luminanceView(); }
     bool helpShown() const { return m_panels->helpShown(); }
 
     // Tucao editing.
     VORATuCaoInputView *tucaoInputView() const { return m_tucaoEditing->tucaoInputView(); }
-    QObject *tucaoInputViewObject() const { return tucaoInputView(); }
     VORATuCaoEditManager *tucaoEditManager() const { return m_tucaoEditing->tucaoEditManager(); }
-    QObject *tucaoEditManagerObject() const { return tucaoEditManager(); }
     VORATucaoPublisher *tucaoPublisher() const { return m_tucaoEditing->tucaoPublisher(); }
 
     // --- Rules (pure) ---

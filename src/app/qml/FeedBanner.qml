@@ -1,11 +1,12 @@
 import QtQuick
+import Quorin
 
 // The banner: one page per slide, five pages at least (the timer cycles over
 // five whatever the slide count), moved by the feed's timeCount. Its height
 // follows its width at the slides' aspect, so a picture is never cropped.
 Rectangle {
     id: banner
-    property QtObject feed
+    property VORARecommentView feed
     property string fontFamily
     readonly property int pageCount: Math.max(5, feed ? feed.slides.length : 0)
     // The site's slide pictures are 1024 × 400.

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The recommendation feed: tabs, banner, a grid of comics and pull-to-refresh.
 // Everything it shows comes from VORARecommentView. The grid holds three
@@ -6,7 +7,7 @@ import QtQuick
 // window.
 Rectangle {
     id: view
-    property QtObject feed
+    property VORARecommentView feed
     property string fontFamily
     readonly property int minCellWidth: 260
     readonly property int columns: Math.max(1, Math.min(3, Math.floor((grid.width + 12) / (minCellWidth + 12))))

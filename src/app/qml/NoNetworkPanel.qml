@@ -1,9 +1,10 @@
 import QtQuick
+import Quorin
 
 // The no-network panel (tag 8888) over the feed's grid, with its retry.
 Rectangle {
     id: root
-    property QtObject panel
+    property VORANetWorkNoLinking panel
     property string fontFamily
 
     visible: panel !== null && panel.visible

@@ -1,10 +1,11 @@
 import QtQuick
+import Quorin
 
 // The shared overlay layer: status-bar notices, loading views (100202),
 // progress panels (19870319) and alerts, all fed by VORAOverlayLayer.
 Item {
     id: root
-    property QtObject overlay
+    property VORAOverlayLayer overlay
     property string fontFamily
 
     component Spinner: Item {

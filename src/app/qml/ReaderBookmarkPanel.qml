@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The reader's bookmark list (VORABookmarkManager): every bookmark of every
 // comic, rows 122 points high with the cover, the comic's name, the day it was
@@ -7,7 +8,7 @@ import QtQuick
 // confirmation "删除". A row tap opens the bookmarked page.
 ReaderSidePanel {
     id: root
-    property QtObject manager
+    property VORABookmarkManager manager
     property string fontFamily: "Noto Sans CJK SC"
     sidePanel: manager
     panelWidth: 440

@@ -1,11 +1,12 @@
 import QtQuick
+import Quorin
 
 // The reader's chapter list (VORAChapterManager): the count label, the sort
 // button and one row per chapter with its paid / bought / sealed mark; the
 // chapter being read stands out. A row tap goes through the read gate.
 ReaderSidePanel {
     id: root
-    property QtObject manager
+    property VORAChapterManager manager
     property string fontFamily: "Noto Sans CJK SC"
     sidePanel: manager
     panelWidth: 400

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // What the reader's tap zones and gestures do, drawn over the reading
 // surface (`area`, in the view's coordinates; the whole view by default) on a
@@ -7,7 +8,7 @@ import QtQuick
 // A tap anywhere closes the help (dismissed()).
 Item {
     id: root
-    property QtObject controller // the reader screen (screenState: 1 landscape)
+    property VORAReadHomePageViewController controller // the reader screen (screenState: 1 landscape)
     property string fontFamily: "Noto Sans CJK SC"
     property rect area: Qt.rect(0, 0, width, height)
     readonly property bool landscape: controller ? controller.screenState === 1 : area.width > area.height

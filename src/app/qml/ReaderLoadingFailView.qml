@@ -1,11 +1,12 @@
 import QtQuick
+import Quorin
 
 // The loading-failure view (tag 101002) of the reading surface: the current
 // page (or the chapter) did not load. The retry button runs the indicator and
 // asks again a second later (VORAComicViewManager::reloadCurrentPage).
 Rectangle {
     id: root
-    property QtObject manager
+    property VORAComicViewManager manager
     property string fontFamily
     readonly property bool retrying: manager !== null && manager.loadingFailLoading
     readonly property int tag: 101002

@@ -1,11 +1,12 @@
 import QtQuick
+import Quorin
 
 // The brightness panel (VORAAdjustLuminanceView): a 351 x 69 panel with a
 // slider over a full-screen transparent button that closes it. Moving the
 // slider darkens or lightens the reader's black layer at once.
 Item {
     id: root
-    property QtObject manager
+    property VORAAdjustLuminanceView manager
     property string fontFamily: "Noto Sans CJK SC"
     // Where the panel sits; the reader screen puts it by its menu entry.
     property real panelX: (width - panel.width) / 2

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The reader's menu bars (VORAReadHomePageViewController): at the top the way
 // back, the comic and chapter, and the entries (add bookmark, bookmarks,
@@ -7,7 +8,7 @@ import QtQuick
 // slide in and out with menuShown.
 Item {
     id: root
-    property QtObject reader
+    property VORAReadHomePageViewController reader
     property string fontFamily
     readonly property bool shown: reader !== null && reader.menuShown
     readonly property bool landscape: width > height

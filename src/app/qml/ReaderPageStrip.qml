@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The horizontal strip of pages (VORAComicViewManager). Only the page views
 // the manager keeps (the current page and two on each side) have delegates;
@@ -7,11 +8,11 @@ import QtQuick
 // chapter before or after.
 Flickable {
     id: strip
-    property QtObject manager
+    property VORAComicViewManager manager
     property string fontFamily
     property Component pageOverlay
     // The page the strip rests on zoomed in: its own pan wins over the strip.
-    readonly property QtObject currentPage: manager && manager.pageCount > 0 ? manager.pageViewObjectAt(manager.pageIndex) : null
+    readonly property VORAPictureImageView currentPage: manager && manager.pageCount > 0 ? manager.pageViewAt(manager.pageIndex) : null
     readonly property bool currentZoomed: currentPage !== null && currentPage.scrollView.zoomScale > 1.001
 
     contentWidth: manager ? Math.max(manager.stripContentWidth, width) : width

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // One page of the strip (VORAPictureImageView): the page image in its zooming
 // view, the loading placeholder, the image's fade. Every rule (fit, zoom
@@ -11,11 +12,11 @@ import QtQuick
 // page's tucao overlay lives there.
 Item {
     id: root
-    property QtObject page
-    property QtObject manager
+    property VORAPictureImageView page
+    property VORAComicViewManager manager
     property string fontFamily
     property Component overlay
-    readonly property QtObject sv: page ? page.scrollView : null
+    readonly property VORAPictureScrollView sv: page ? page.scrollView : null
     readonly property bool shown: page !== null && page.state === 1
     property alias imageContainer: container
     property alias flickable: flick
@@ -83,7 +84,7 @@ Item {
                 anchors.fill: parent
                 active: root.overlay !== null && root.page !== null
                 sourceComponent: root.overlay
-                property QtObject pageView: root.page
+                property VORAPictureImageView pageView: root.page
                 property Item container: container
             }
         }

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The frame of the reader's side panels (chapters, bookmarks): a full-screen
 // dimming button, mengbanBtn, whose tap closes the panel, and the panel itself
@@ -8,7 +9,7 @@ import QtQuick
 // to remove it.
 Item {
     id: frame
-    property QtObject sidePanel
+    property VORAReaderSidePanel sidePanel
     property int panelWidth: 420
     default property alias content: body.data
     readonly property alias panel: body

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 import QtQuick.Window
 
 // The reader screen (VORAReadHomePageViewController), full window over the
@@ -9,11 +10,11 @@ import QtQuick.Window
 // surface. Arrow keys and page keys turn pages; Escape goes back.
 Rectangle {
     id: root
-    property QtObject reader
+    property VORAReadHomePageViewController reader
     property string fontFamily
     // Laid over each page in displayed-image coordinates (the tucao overlay).
     property Component pageOverlay
-    readonly property QtObject manager: reader ? reader.comicViewManager : null
+    readonly property VORAComicViewManager manager: reader ? reader.comicViewManager : null
     readonly property rect surface: manager ? manager.surfaceRect : Qt.rect(0, 0, width, height)
 
     color: "black"

@@ -1,10 +1,11 @@
 import QtQuick
+import Quorin
 
 // The search screen: the search field, the cloud of hot keywords, the history
 // panel and the result list. Everything it shows comes from VORASearchView.
 Rectangle {
     id: view
-    property QtObject search
+    property VORASearchView search
     property string fontFamily
 
     radius: 18
@@ -99,7 +100,7 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        readonly property QtObject cloud: view.search ? view.search.cloudView : null
+        readonly property VORACloudView cloud: view.search ? view.search.cloudView : null
 
         Text {
             x: 28; y: 20

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The category screen: a head with the three filter menus and the layout
 // button, the open menu's buttons, and the comics as a grid of three or as a
@@ -8,7 +9,7 @@ import QtQuick
 // narrow window.
 Rectangle {
     id: view
-    property QtObject sort
+    property VORASortView sort
     property string fontFamily
     readonly property bool gridMode: sort ? sort.sortTableType === 0 : true
     readonly property int minCellWidth: 260

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // One editing act (VORATuCaoEditManager) on its layer over the screen: the
 // tucao's rectangle, which the finger drags and resizes by its corner handle,
@@ -7,7 +8,7 @@ import QtQuick
 // layer 0.2 s later.
 Item {
     id: root
-    property QtObject edit
+    property VORATuCaoEditManager edit
     property string fontFamily
     readonly property rect box: edit ? edit.editRect : Qt.rect(0, 0, 0, 0)
     readonly property bool expanded: edit !== null && edit.menuExpanded

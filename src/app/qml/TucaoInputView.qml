@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // Writing a tucao (VORATuCaoInputView), over the whole screen: first the
 // input box (400 x 150) with the text field, cancel and confirm; once the text
@@ -8,7 +9,7 @@ import QtQuick
 // overlay shows the reason).
 Item {
     id: root
-    property QtObject input
+    property VORATuCaoInputView input
     property string fontFamily
     readonly property bool open: input !== null && input.isOpen
 

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The tucao menu bar (VORATuCaoMenuView): the chapter's title and page, the
 // page's tucao count, show/hide and play/pause, the previous and next group
@@ -7,7 +8,7 @@ import QtQuick
 // playButtonPicture and their pressed variants) as `picture`.
 Rectangle {
     id: root
-    property QtObject menu
+    property VORATuCaoMenuView menu
     property string fontFamily
     readonly property bool landscape: width > 900
 

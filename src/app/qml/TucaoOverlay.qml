@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // The tucao of one page over its image (the VORATucaoPlayback's rows). Put it
 // in the page's image container, filling it: a tucao stored at (x, y, width,
@@ -6,7 +7,7 @@ import QtQuick
 // current size, so it follows the fit, the zoom and the scroll of the image.
 Item {
     id: root
-    property QtObject playback
+    property VORATucaoPlayback playback
     property string fontFamily
     readonly property real fx: playback && playback.imageWidth > 0 ? width / playback.imageWidth : 0
     readonly property real fy: playback && playback.imageHeight > 0 ? height / playback.imageHeight : 0

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // One tucao over the page (TucaoView): a cream label at 80 % opacity with the
 // comment in black 11 pt type, centred, at most 20 lines. It comes in 0.2 s
@@ -10,7 +11,7 @@ Item {
     property string content
     property bool isOwn: false
     property int row: -1
-    property QtObject playback
+    property VORATucaoPlayback playback
     property string fontFamily
 
     Rectangle {

@@ -1,10 +1,11 @@
 import QtQuick
+import Quorin
 
 // The welcome pages of the first launch (tag 4733801). Besides a swipe, the
 // wheel and the arrow keys turn the pages; Return on the last one closes them.
 Rectangle {
     id: root
-    property QtObject welcome
+    property WelcomeViewController welcome
 
     color: "#2E3047"
     MouseArea { anchors.fill: parent }

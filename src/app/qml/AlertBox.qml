@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // One alert: title, message and two or three buttons; the answer goes back
 // to the layer with the button index.
@@ -10,22 +11,22 @@ Rectangle {
 
     width: 420
     height: content.height + 56
-    radius: 18
-    color: "white"
+    radius: Theme.radiusPanel
+    color: Theme.card
 
     Column {
         id: content
         y: 26
         width: parent.width
-        spacing: 12
+        spacing: Theme.spacing
         Text {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             text: box.alert ? box.alert.title : ""
             visible: text !== ""
-            color: "#2E3047"
+            color: Theme.textPrimary
             font.family: box.fontFamily
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeadline
             font.bold: true
         }
         Text {
@@ -35,14 +36,14 @@ Rectangle {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.WordWrap
             text: box.alert ? box.alert.message : ""
-            color: "#5A5468"
+            color: Theme.textBody
             font.family: box.fontFamily
-            font.pixelSize: 16
+            font.pixelSize: Theme.fontLarge
         }
         Item { width: 1; height: 6 }
         Row {
             x: 20
-            spacing: 12
+            spacing: Theme.spacing
             Repeater {
                 model: box.alert ? box.alert.buttons : []
                 delegate: Rectangle {
@@ -50,13 +51,13 @@ Rectangle {
                     width: (box.width - 40 - 12 * (box.alert.buttons.length - 1)) / box.alert.buttons.length
                     height: 46
                     radius: 23
-                    color: index === 0 ? (area.pressed ? "#E0603A" : "#FF7043") : (area.pressed ? "#E4DED8" : "#F1ECE7")
+                    color: index === 0 ? (area.pressed ? Theme.accentPressed : Theme.accent) : (area.pressed ? Theme.buttonNeutralPressed : Theme.buttonNeutral)
                     Text {
                         anchors.centerIn: parent
                         text: modelData
-                        color: index === 0 ? "white" : "#2E3047"
+                        color: index === 0 ? Theme.textOnDark : Theme.textPrimary
                         font.family: box.fontFamily
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontLarge
                         font.bold: index === 0
                     }
                     MouseArea {

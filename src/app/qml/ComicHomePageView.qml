@@ -16,9 +16,9 @@ Rectangle {
     readonly property string coverUrl: head.coverUrl ? head.coverUrl : (detail && detail.comicCover ? detail.comicCover : "")
     readonly property bool wide: width > 820
 
-    radius: 18
-    color: "#FFFCF8"
-    border.color: "#EADFD3"
+    radius: Theme.radiusPanel
+    color: Theme.surface
+    border.color: Theme.surfaceBorder
     clip: true
     MouseArea { anchors.fill: parent } // the list underneath takes no touches
 
@@ -45,7 +45,7 @@ Rectangle {
                 anchors.fill: parent
                 anchors.margins: -1
                 radius: 10
-                color: "#EADFD3"
+                color: Theme.surfaceBorder
             }
             Image {
                 anchors.fill: parent
@@ -73,9 +73,9 @@ Rectangle {
                 objectName: "detailName"
                 width: parent.width
                 text: page.comicName
-                color: "#2E3047"
+                color: Theme.textPrimary
                 font.family: page.fontFamily
-                font.pixelSize: 26
+                font.pixelSize: Theme.fontDisplayLarge
                 font.bold: true
                 wrapMode: Text.WrapAnywhere
                 maximumLineCount: 2
@@ -85,18 +85,18 @@ Rectangle {
             Text {
                 width: parent.width
                 text: page.head.authorName ? "作者：" + page.head.authorName : ""
-                color: "#6B6477"
+                color: Theme.textSecondary
                 font.family: page.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
                 horizontalAlignment: page.wide ? Text.AlignHCenter : Text.AlignLeft
             }
             Text {
                 objectName: "detailSerial"
                 width: parent.width
                 text: page.head.serialAndTheme ? page.head.serialAndTheme : ""
-                color: "#E0603A"
+                color: Theme.accentText
                 font.family: page.fontFamily
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontBody
                 horizontalAlignment: page.wide ? Text.AlignHCenter : Text.AlignLeft
             }
             Grid {
@@ -109,23 +109,23 @@ Rectangle {
                     delegate: Rectangle {
                         width: 68; height: 50
                         radius: 10
-                        color: "#FFF5EF"
+                        color: Theme.surfaceWarm
                         Column {
                             anchors.centerIn: parent
                             Text {
                                 anchors.horizontalCenter: parent.horizontalCenter
                                 text: modelData[1] !== undefined ? modelData[1] : "-"
-                                color: "#2E3047"
+                                color: Theme.textPrimary
                                 font.family: page.fontFamily
-                                font.pixelSize: 14
+                                font.pixelSize: Theme.fontBody
                                 font.bold: true
                             }
                             Text {
                                 anchors.horizontalCenter: parent.horizontalCenter
                                 text: modelData[0]
-                                color: "#9A93A6"
+                                color: Theme.textMuted
                                 font.family: page.fontFamily
-                                font.pixelSize: 11
+                                font.pixelSize: Theme.fontTiny
                             }
                         }
                     }
@@ -141,15 +141,15 @@ Rectangle {
                     opacity: page.home && page.home.hasComicInfo ? 1 : 0.5
                     gradient: Gradient {
                         orientation: Gradient.Horizontal
-                        GradientStop { position: 0; color: readArea.pressed ? "#E0603A" : "#FF7043" }
-                        GradientStop { position: 1; color: "#F06292" }
+                        GradientStop { position: 0; color: readArea.pressed ? Theme.accentPressed : Theme.accent }
+                        GradientStop { position: 1; color: Theme.accentGradientEnd }
                     }
                     Text {
                         anchors.centerIn: parent
                         text: page.home && page.home.hasReadHistory ? "继续阅读" : "开始阅读"
-                        color: "white"
+                        color: Theme.textOnDark
                         font.family: page.fontFamily
-                        font.pixelSize: 17
+                        font.pixelSize: Theme.fontTitle
                         font.bold: true
                     }
                     MouseArea {
@@ -162,15 +162,15 @@ Rectangle {
                     objectName: "bookshelfButton"
                     width: 120; height: 46
                     radius: 23
-                    color: shelfArea.pressed ? "#FFE3D6" : "white"
-                    border.color: "#FF7043"
+                    color: shelfArea.pressed ? Theme.accentSoft : Theme.card
+                    border.color: Theme.accent
                     border.width: 2
                     Text {
                         anchors.centerIn: parent
                         text: page.home && page.home.inBookshelf ? "已在书架" : "加入书架"
-                        color: "#E0603A"
+                        color: Theme.accentText
                         font.family: page.fontFamily
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontLarge
                         font.bold: true
                     }
                     MouseArea {
@@ -195,9 +195,9 @@ Rectangle {
             id: blurb
             width: parent.width - closeButton.width - 16
             text: page.head.description ? page.head.description : ""
-            color: "#6B6477"
+            color: Theme.textSecondary
             font.family: page.fontFamily
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontMedium
             lineHeight: 1.25
             wrapMode: Text.WrapAnywhere
             maximumLineCount: 4
@@ -209,13 +209,13 @@ Rectangle {
             anchors.right: parent.right
             width: 96; height: 40
             radius: 20
-            color: closeArea.pressed ? "#3A3C58" : "#2E3047"
+            color: closeArea.pressed ? Theme.barButton : Theme.barBackground
             Text {
                 anchors.centerIn: parent
                 text: "返回"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: page.fontFamily
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontLarge
                 font.bold: true
             }
             MouseArea {
@@ -234,9 +234,9 @@ Rectangle {
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: "章节列表" + (page.home && page.home.chapterView.count > 0 ? "（共" + page.home.chapterView.count + "话）" : "")
-                color: "#2E3047"
+                color: Theme.textPrimary
                 font.family: page.fontFamily
-                font.pixelSize: 18
+                font.pixelSize: Theme.fontHeading
                 font.bold: true
             }
             Text {
@@ -244,9 +244,9 @@ Rectangle {
                 anchors.rightMargin: 14
                 anchors.verticalCenter: parent.verticalCenter
                 text: page.head.lastUpdateChapterName ? "最新：" + page.head.lastUpdateChapterName : ""
-                color: "#9A93A6"
+                color: Theme.textMuted
                 font.family: page.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
             Rectangle {
                 id: sortButton
@@ -254,14 +254,14 @@ Rectangle {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 width: 88; height: 32
-                radius: 16
-                color: sortArea.pressed ? "#FFE3D6" : "#FFF1EB"
+                radius: Theme.radiusButton
+                color: sortArea.pressed ? Theme.accentSoft : Theme.accentPale
                 Text {
                     anchors.centerIn: parent
                     text: page.home && !page.home.chapterView.ascending ? "倒序 ↑" : "正序 ↓"
-                    color: "#E0603A"
+                    color: Theme.accentText
                     font.family: page.fontFamily
-                    font.pixelSize: 14
+                    font.pixelSize: Theme.fontBody
                 }
                 MouseArea {
                     id: sortArea
@@ -284,16 +284,16 @@ Rectangle {
                 readonly property string chapterId: model.chapterId
                 width: chapters.width
                 height: 45
-                color: rowArea.pressed ? "#FFF0E6" : (index % 2 ? "#FFFCF8" : "#FFF7F1")
+                color: rowArea.pressed ? Theme.cardPressed : (index % 2 ? Theme.surface : Theme.surfaceAlt)
                 radius: 8
                 Text {
                     x: 16
                     width: parent.width - x - meta.width - markBox.width - 40
                     anchors.verticalCenter: parent.verticalCenter
                     text: model.name
-                    color: "#2E3047"
+                    color: Theme.textPrimary
                     font.family: page.fontFamily
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontMedium
                     elide: Text.ElideRight
                 }
                 Rectangle {
@@ -305,14 +305,14 @@ Rectangle {
                     width: visible ? markText.implicitWidth + 16 : 0
                     height: 22
                     radius: 11
-                    color: model.mark === "comicbuyed" ? "#E8F5E9" : (model.mark === "delayread" ? "#EDE7F6" : "#FFE3D6")
+                    color: model.mark === "comicbuyed" ? Theme.markBoughtBackground : (model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
                     Text {
                         id: markText
                         anchors.centerIn: parent
                         text: model.mark === "comicbuyed" ? "已购" : (model.mark === "delayread" ? "VIP 抢先" : "付费 " + model.price + "币")
-                        color: model.mark === "comicbuyed" ? "#2E7D32" : (model.mark === "delayread" ? "#5E35B1" : "#D84315")
+                        color: model.mark === "comicbuyed" ? Theme.markBoughtText : (model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
                         font.family: page.fontFamily
-                        font.pixelSize: 12
+                        font.pixelSize: Theme.fontCaption
                     }
                 }
                 Text {
@@ -321,9 +321,9 @@ Rectangle {
                     anchors.rightMargin: 16
                     anchors.verticalCenter: parent.verticalCenter
                     text: model.sizeText
-                    color: "#9A93A6"
+                    color: Theme.textMuted
                     font.family: page.fontFamily
-                    font.pixelSize: 13
+                    font.pixelSize: Theme.fontSmall
                 }
                 MouseArea {
                     id: rowArea
@@ -338,8 +338,8 @@ Rectangle {
     Rectangle {
         objectName: "detailWait"
         anchors.fill: parent
-        radius: 18
-        color: "#F2FFFCF8"
+        radius: Theme.radiusPanel
+        color: Theme.surfaceTranslucent
         visible: page.home && page.home.state === 0 && !page.home.hasComicInfo
         Column {
             anchors.centerIn: parent
@@ -349,26 +349,26 @@ Rectangle {
                 anchors.horizontalCenter: parent.horizontalCenter
                 width: 44; height: 44; radius: 22
                 color: "transparent"
-                border.color: "#FF7043"
+                border.color: Theme.accent
                 border.width: 4
-                Rectangle { width: 12; height: 12; radius: 6; color: "#FFFCF8"; x: 30; y: 2 }
+                Rectangle { width: 12; height: 12; radius: 6; color: Theme.surface; x: 30; y: 2 }
                 // Turns only while it is on screen: a running animation draws
                 // frames even under a hidden item.
                 RotationAnimation on rotation { from: 0; to: 360; duration: 900; loops: Animation.Infinite; running: waitRing.visible }
             }
             Text {
                 text: page.home ? page.home.waitText : ""
-                color: "#6B6477"
+                color: Theme.textSecondary
                 font.family: page.fontFamily
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontLarge
             }
         }
     }
     Rectangle {
         objectName: "detailError"
         anchors.fill: parent
-        radius: 18
-        color: "#F2FFFCF8"
+        radius: Theme.radiusPanel
+        color: Theme.surfaceTranslucent
         visible: page.home && page.home.state === 2 && !page.home.hasComicInfo
         Column {
             anchors.centerIn: parent
@@ -376,16 +376,16 @@ Rectangle {
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: "请求服务器失败，点击屏幕重新请求哦~！"
-                color: "#6B6477"
+                color: Theme.textSecondary
                 font.family: page.fontFamily
-                font.pixelSize: 17
+                font.pixelSize: Theme.fontTitle
             }
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: "返回"
-                color: "#E0603A"
+                color: Theme.accentText
                 font.family: page.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
                 MouseArea { anchors.fill: parent; anchors.margins: -10; onClicked: page.home.close() }
             }
         }

@@ -15,7 +15,7 @@ Rectangle {
     implicitHeight: Math.round(width / aspect)
 
     radius: 14
-    color: "#3B3F58"
+    color: Theme.bannerPlaceholder
     clip: true
 
     Flickable {
@@ -93,14 +93,14 @@ Rectangle {
         anchors.rightMargin: 18
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 20
-        spacing: 8
+        spacing: Theme.spacingSmall
         Repeater {
             model: banner.pageCount
             delegate: Rectangle {
                 width: banner.feed && banner.feed.timeCount === index ? 22 : 8
                 height: 8
                 radius: 4
-                color: banner.feed && banner.feed.timeCount === index ? "#FF7043" : "#AAFFFFFF"
+                color: banner.feed && banner.feed.timeCount === index ? Theme.accent : Theme.pageDotInactive
                 Behavior on width { NumberAnimation { duration: 200 } }
             }
         }

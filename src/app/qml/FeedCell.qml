@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // One comic of the grid: cover (with its placeholder and badge), name,
 // author and clicks.
@@ -10,9 +11,9 @@ Rectangle {
     signal tapped()
 
     objectName: "cell" + comicIndex
-    radius: 12
-    color: area.pressed ? "#FFF0E6" : "white"
-    border.color: "#F0E6DC"
+    radius: Theme.radiusCard
+    color: area.pressed ? Theme.cardPressed : Theme.card
+    border.color: Theme.cardBorder
 
     Item {
         id: coverBox
@@ -51,13 +52,13 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: 10
         y: 16
-        spacing: 8
+        spacing: Theme.spacingSmall
         Text {
             width: parent.width
             text: cell.comic ? cell.comic.comicName : ""
-            color: "#2E3047"
+            color: Theme.textPrimary
             font.family: cell.fontFamily
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle
             font.bold: true
             wrapMode: Text.WrapAnywhere
             maximumLineCount: 2
@@ -66,9 +67,9 @@ Rectangle {
         Text {
             width: parent.width
             text: cell.comic ? cell.comic.comicAuthor : ""
-            color: "#8A8197"
+            color: Theme.textTertiary
             font.family: cell.fontFamily
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             elide: Text.ElideRight
         }
         Rectangle {
@@ -76,25 +77,25 @@ Rectangle {
             width: Math.min(clicks.implicitWidth + 16, parent.width)
             height: 22
             radius: 11
-            color: "#FFF1EB"
+            color: Theme.accentPale
             Text {
                 id: clicks
                 anchors.centerIn: parent
                 width: Math.min(implicitWidth, parent.parent.width - 16)
                 elide: Text.ElideRight
                 text: cell.comic ? (cell.width < 260 ? "" : "人气 ") + cell.comic.clickText : ""
-                color: "#E0603A"
+                color: Theme.accentText
                 font.family: cell.fontFamily
-                font.pixelSize: 12
+                font.pixelSize: Theme.fontCaption
             }
         }
         Text {
             id: blurb
             width: parent.width
             text: cell.comic ? cell.comic.comicDescription : ""
-            color: "#9A93A6"
+            color: Theme.textMuted
             font.family: cell.fontFamily
-            font.pixelSize: 12
+            font.pixelSize: Theme.fontCaption
             lineHeight: 1.15
             wrapMode: Text.WrapAnywhere
             // As many whole lines as fit above the card's bottom edge.

@@ -13,9 +13,9 @@ Rectangle {
     readonly property int columns: Math.max(1, Math.min(3, Math.floor((grid.width + 12) / (minCellWidth + 12))))
     readonly property real cellWidth: (grid.width - 12 * (columns - 1)) / columns
 
-    radius: 18
-    color: "#FFFCF8"
-    border.color: "#EADFD3"
+    radius: Theme.radiusPanel
+    color: Theme.surface
+    border.color: Theme.surfaceBorder
     clip: true
 
     Rectangle {
@@ -23,8 +23,8 @@ Rectangle {
         objectName: "feedHead"
         width: parent.width
         height: 50
-        radius: 18
-        color: "#2E3047"
+        radius: Theme.radiusPanel
+        color: Theme.barBackground
         Rectangle { width: parent.width; height: 18; anchors.bottom: parent.bottom; color: parent.color }
 
         Rectangle {
@@ -36,8 +36,8 @@ Rectangle {
             radius: 14
             gradient: Gradient {
                 orientation: Gradient.Horizontal
-                GradientStop { position: 0; color: "#FF7043" }
-                GradientStop { position: 1; color: "#F06292" }
+                GradientStop { position: 0; color: Theme.accent }
+                GradientStop { position: 1; color: Theme.accentGradientEnd }
             }
             Behavior on x { NumberAnimation { duration: 200 } }
         }
@@ -51,9 +51,9 @@ Rectangle {
                 Text {
                     anchors.centerIn: parent
                     text: modelData
-                    color: view.feed && view.feed.curTag === 2000 + index ? "white" : "#C9C6DA"
+                    color: view.feed && view.feed.curTag === 2000 + index ? Theme.textOnDark : Theme.textOnDarkInactive
                     font.family: view.fontFamily
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle
                     font.bold: view.feed && view.feed.curTag === 2000 + index
                 }
                 MouseArea {
@@ -67,9 +67,9 @@ Rectangle {
             anchors.rightMargin: 22
             anchors.verticalCenter: parent.verticalCenter
             text: view.feed && view.feed.loading ? "加载中…" : "今日推荐"
-            color: "#8E8AA8"
+            color: Theme.textOnDarkMuted
             font.family: view.fontFamily
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontBody
         }
     }
 
@@ -107,7 +107,7 @@ Rectangle {
         delegate: Row {
             id: row
             readonly property int rowIndex: index
-            spacing: 12
+            spacing: Theme.spacing
             height: view.feed ? view.feed.rowHeight : 205
             Repeater {
                 model: view.feed ? Math.min(view.columns, view.feed.comics.length - row.rowIndex * view.columns) : 0
@@ -136,9 +136,9 @@ Rectangle {
                 anchors.centerIn: parent
                 text: view.feed && view.feed.reloadingUp ? "正在刷新…"
                       : (grid.pulledFar ? "松开即可刷新" : "下拉可以刷新")
-                color: "#9A8C80"
+                color: Theme.textHint
                 font.family: view.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
             }
         }
     }

@@ -23,11 +23,19 @@ Window {
     onHeightChanged: if (rootController) rootController.setWindowSize(width, height)
     Component.onCompleted: rootController.setWindowSize(width, height)
 
+    // The root controller decides the background picture (the saved one, else
+    // "one"); the Theme is what every screen draws it from.
+    Binding {
+        target: Theme
+        property: "backgroundName"
+        value: window.rootController.backgroundName
+    }
+
     Image {
         objectName: "background"
         anchors.fill: parent
         visible: !window.readerShown
-        source: "image://quorin/art/" + window.rootController.backgroundName
+        source: "image://quorin/art/" + Theme.backgroundName
         fillMode: Image.PreserveAspectCrop
         asynchronous: true
     }
@@ -93,7 +101,7 @@ Window {
         id: dimming
         objectName: "dimming777777"
         anchors.fill: parent
-        color: "black"
+        color: Theme.shade
         opacity: window.rootController.dimmingAlpha
         visible: opacity > 0
         Behavior on opacity { NumberAnimation { duration: 500 } }

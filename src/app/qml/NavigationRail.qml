@@ -15,8 +15,8 @@ Rectangle {
 
     gradient: Gradient {
         orientation: rail.landscape ? Gradient.Vertical : Gradient.Horizontal
-        GradientStop { position: 0; color: "#2E3047" }
-        GradientStop { position: 1; color: "#3F3D56" }
+        GradientStop { position: 0; color: Theme.barBackground }
+        GradientStop { position: 1; color: Theme.barGradientEnd }
     }
 
     Image {
@@ -35,9 +35,9 @@ Rectangle {
         anchors.topMargin: 2
         anchors.horizontalCenter: parent.horizontalCenter
         text: "Quorin"
-        color: "#FFB199"
+        color: Theme.accentOnDark
         font.family: rail.fontFamily
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSmall
         font.bold: true
     }
 
@@ -74,8 +74,8 @@ Rectangle {
                                                     || (modelData.tag === 108 && rail.rootController.settingsOpen)
                     width: buttons.buttonWidth
                     height: rail.landscape ? (rail.compact ? 62 : 72) : 60
-                    radius: 16
-                    color: current ? "#FF7043" : (area.pressed ? "#55FFFFFF" : "transparent")
+                    radius: Theme.radiusButton
+                    color: current ? Theme.accent : (area.pressed ? Theme.pressedOnDarkStrong : "transparent")
                     Image {
                         id: icon
                         source: "image://quorin/art/" + modelData.icon
@@ -89,9 +89,9 @@ Rectangle {
                         anchors.topMargin: 4
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: modelData.title
-                        color: "white"
+                        color: Theme.textOnDark
                         font.family: rail.fontFamily
-                        font.pixelSize: 14
+                        font.pixelSize: Theme.fontBody
                         font.bold: button.current
                     }
                     MouseArea {

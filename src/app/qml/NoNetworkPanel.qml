@@ -8,9 +8,8 @@ Rectangle {
     property string fontFamily
 
     visible: panel !== null && panel.visible
-    color: "#FFFCF8"
-    radius: 18
-
+    color: Theme.surface
+    radius: Theme.radiusPanel
     MouseArea { anchors.fill: parent } // the grid underneath takes no touches
 
     Column {
@@ -27,22 +26,22 @@ Rectangle {
             objectName: "noNetworkText"
             anchors.horizontalCenter: parent.horizontalCenter
             text: root.panel ? root.panel.text : ""
-            color: "#6B6477"
+            color: Theme.textSecondary
             font.family: root.fontFamily
-            font.pixelSize: 18
+            font.pixelSize: Theme.fontHeading
         }
         Rectangle {
             objectName: "retryButton"
             anchors.horizontalCenter: parent.horizontalCenter
             width: 160; height: 48
             radius: 24
-            color: retryArea.pressed ? "#E0603A" : "#FF7043"
+            color: retryArea.pressed ? Theme.accentPressed : Theme.accent
             Text {
                 anchors.centerIn: parent
                 text: "刷新重试"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 17
+                font.pixelSize: Theme.fontTitle
                 font.bold: true
             }
             MouseArea {

@@ -16,7 +16,7 @@ Item {
                 x: 20 + 14 * Math.cos(index * Math.PI / 4) - 4
                 y: 20 + 14 * Math.sin(index * Math.PI / 4) - 4
                 width: 8; height: 8; radius: 4
-                color: "white"
+                color: Theme.iconOnDark
                 opacity: 0.25 + index / 10
             }
         }
@@ -31,17 +31,17 @@ Item {
             anchors.centerIn: parent
             width: Math.max(180, label.implicitWidth + 48)
             height: 120
-            radius: 16
-            color: "#CC2E3047"
+            radius: Theme.radiusButton
+            color: Theme.noticeBackground
             Spinner { anchors.horizontalCenter: parent.horizontalCenter; y: 20 }
             Text {
                 id: label
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: 76
                 text: modelData.text
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
             }
         }
     }
@@ -59,8 +59,8 @@ Item {
         anchors.centerIn: parent
         width: Math.max(200, progressText.implicitWidth + 56)
         height: root.overlay && root.overlay.progressBlocking ? 128 : 64
-        radius: 16
-        color: "#DD2E3047"
+        radius: Theme.radiusButton
+        color: Theme.hudBackground
         Spinner {
             visible: root.overlay && root.overlay.progressBlocking
             anchors.horizontalCenter: parent.horizontalCenter
@@ -72,7 +72,7 @@ Item {
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 20
             text: root.overlay ? root.overlay.progressText : ""
-            color: "white"
+            color: Theme.textOnDark
             font.family: root.fontFamily
             font.pixelSize: root.overlay && root.overlay.progressBlocking ? 15 : 13
             font.bold: true
@@ -86,20 +86,20 @@ Item {
         height: 34
         y: root.overlay && root.overlay.noticeVisible ? 0 : -height
         Behavior on y { NumberAnimation { duration: 250 } }
-        color: "#E62E3047"
+        color: Theme.popupBackground
         Text {
             anchors.centerIn: parent
             text: root.overlay ? root.overlay.noticeText : ""
-            color: "white"
+            color: Theme.textOnDark
             font.family: root.fontFamily
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontBody
         }
     }
 
     // Alerts: the oldest one shows; the others wait underneath.
     Rectangle {
         anchors.fill: parent
-        color: "#80000000"
+        color: Theme.modalShade
         visible: root.overlay && root.overlay.alerts.length > 0
         MouseArea { anchors.fill: parent }
         AlertBox {

@@ -17,23 +17,23 @@ ReaderSidePanel {
         id: head
         width: parent.width
         height: 64
-        color: "#2E3047"
+        color: Theme.barBackground
         Column {
             x: 22
             anchors.verticalCenter: parent.verticalCenter
             spacing: 2
             Text {
                 text: "书签"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeadline
                 font.bold: true
             }
             Text {
                 text: list.count > 0 ? "共 " + list.count + " 个" : ""
-                color: "#8E8AA8"
+                color: Theme.textOnDarkMuted
                 font.family: root.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
         }
         Rectangle {
@@ -43,13 +43,13 @@ ReaderSidePanel {
             anchors.verticalCenter: parent.verticalCenter
             width: 104; height: 34
             radius: 17
-            color: sortArea.pressed ? "#4DFFFFFF" : "#3A3C58"
+            color: sortArea.pressed ? Theme.pressedOnDark : Theme.barButton
             Text {
                 anchors.centerIn: parent
                 text: root.manager && root.manager.bookmarkType === 1 ? "最新在前 ↓" : "最早在前 ↑"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontBody
             }
             MouseArea {
                 id: sortArea
@@ -85,14 +85,14 @@ ReaderSidePanel {
                 anchors.right: parent.right
                 width: row.confirmWidth
                 height: parent.height
-                color: confirmArea.pressed ? "#C62828" : "#E53935"
+                color: confirmArea.pressed ? Theme.dangerPressed : Theme.danger
                 visible: content.x < 0
                 Text {
                     anchors.centerIn: parent
                     text: "删除"
-                    color: "white"
+                    color: Theme.textOnDark
                     font.family: root.fontFamily
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle
                     font.bold: true
                 }
                 MouseArea {
@@ -113,7 +113,7 @@ ReaderSidePanel {
                 height: parent.height
                 x: row.confirming ? -row.confirmWidth : 0
                 Behavior on x { enabled: !rowArea.swiping; NumberAnimation { duration: 150 } }
-                color: rowArea.pressed && !rowArea.swiping ? "#FFF0E6" : (index % 2 ? "#FFFCF8" : "#FFF7F1")
+                color: rowArea.pressed && !rowArea.swiping ? Theme.cardPressed : (index % 2 ? Theme.surface : Theme.surfaceAlt)
 
                 MouseArea {
                     id: rowArea
@@ -151,7 +151,7 @@ ReaderSidePanel {
                     x: 18
                     anchors.verticalCenter: parent.verticalCenter
                     width: 72; height: 96
-                    Rectangle { anchors.fill: parent; anchors.margins: -1; radius: 6; color: "#EADFD3" }
+                    Rectangle { anchors.fill: parent; anchors.margins: -1; radius: 6; color: Theme.surfaceBorder }
                     Image {
                         anchors.fill: parent
                         source: "image://quorin/art/dcoverdefault.png"
@@ -170,30 +170,30 @@ ReaderSidePanel {
                     x: coverBox.x + coverBox.width + 16
                     width: parent.width - x - deleteAction.width - 24
                     anchors.verticalCenter: parent.verticalCenter
-                    spacing: 8
+                    spacing: Theme.spacingSmall
                     Text {
                         objectName: "bookmarkName"
                         width: parent.width
                         text: model.comicName
-                        color: "#2E3047"
+                        color: Theme.textPrimary
                         font.family: root.fontFamily
-                        font.pixelSize: 17
+                        font.pixelSize: Theme.fontTitle
                         font.bold: true
                         elide: Text.ElideRight
                     }
                     Text {
                         text: model.dateText
-                        color: "#9A93A6"
+                        color: Theme.textMuted
                         font.family: root.fontFamily
-                        font.pixelSize: 13
+                        font.pixelSize: Theme.fontSmall
                     }
                     Text {
                         objectName: "bookmarkInfo"
                         width: parent.width
                         text: model.infoText
-                        color: "#6B6477"
+                        color: Theme.textSecondary
                         font.family: root.fontFamily
-                        font.pixelSize: 14
+                        font.pixelSize: Theme.fontBody
                         elide: Text.ElideMiddle
                     }
                 }
@@ -205,14 +205,14 @@ ReaderSidePanel {
                     anchors.verticalCenter: parent.verticalCenter
                     width: 34; height: 34
                     radius: 17
-                    color: deleteArea.pressed ? "#FFE3D6" : "#FFF1EB"
+                    color: deleteArea.pressed ? Theme.accentSoft : Theme.accentPale
                     Repeater {
                         model: [45, -45]
                         Rectangle {
                             anchors.centerIn: parent
                             width: 14; height: 2; radius: 1
                             rotation: modelData
-                            color: "#E0603A"
+                            color: Theme.accentPressed
                         }
                     }
                     MouseArea {
@@ -227,7 +227,7 @@ ReaderSidePanel {
                     x: 18
                     width: parent.width - 18
                     height: 1
-                    color: "#F1E8DF"
+                    color: Theme.separator
                 }
             }
         }
@@ -237,9 +237,9 @@ ReaderSidePanel {
             anchors.centerIn: parent
             visible: list.count === 0 && root.manager && root.manager.loaded
             text: "还没有书签"
-            color: "#9A93A6"
+            color: Theme.textMuted
             font.family: root.fontFamily
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontMedium
         }
     }
 }

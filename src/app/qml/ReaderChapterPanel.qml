@@ -15,24 +15,24 @@ ReaderSidePanel {
         id: head
         width: parent.width
         height: 64
-        color: "#2E3047"
+        color: Theme.barBackground
         Column {
             x: 22
             anchors.verticalCenter: parent.verticalCenter
             spacing: 2
             Text {
                 text: "目录"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeadline
                 font.bold: true
             }
             Text {
                 objectName: "chapterCount"
                 text: root.manager ? root.manager.countText : ""
-                color: "#8E8AA8"
+                color: Theme.textOnDarkMuted
                 font.family: root.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
         }
         Rectangle {
@@ -42,14 +42,14 @@ ReaderSidePanel {
             anchors.verticalCenter: parent.verticalCenter
             width: 88; height: 34
             radius: 17
-            color: sortArea.pressed ? "#4DFFFFFF" : "#3A3C58"
+            color: sortArea.pressed ? Theme.pressedOnDark : Theme.barButton
             Text {
                 anchors.centerIn: parent
                 // The flag set means the rows run from the last chapter.
                 text: root.manager && root.manager.ascending ? "倒序 ↑" : "正序 ↓"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontBody
             }
             MouseArea {
                 id: sortArea
@@ -72,21 +72,21 @@ ReaderSidePanel {
             readonly property string chapterId: model.chapterId
             width: list.width
             height: root.manager ? root.manager.rowHeight : 56
-            color: rowArea.pressed ? "#FFF0E6" : (model.current ? "#FFF1EB" : (index % 2 ? "#FFFCF8" : "#FFF7F1"))
+            color: rowArea.pressed ? Theme.cardPressed : (model.current ? Theme.accentPale : (index % 2 ? Theme.surface : Theme.surfaceAlt))
             Rectangle {
                 visible: model.current
                 width: 4
                 height: parent.height
-                color: "#FF7043"
+                color: Theme.accent
             }
             Text {
                 x: 22
                 width: parent.width - x - markBox.width - 34
                 anchors.verticalCenter: parent.verticalCenter
                 text: model.name
-                color: model.current ? "#E0603A" : "#2E3047"
+                color: model.current ? Theme.accentText : Theme.textPrimary
                 font.family: root.fontFamily
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontLarge
                 font.bold: model.current
                 elide: Text.ElideRight
             }
@@ -99,14 +99,14 @@ ReaderSidePanel {
                 width: visible ? markText.implicitWidth + 16 : 0
                 height: 22
                 radius: 11
-                color: model.mark === "comicbuyed" ? "#E8F5E9" : (model.mark === "delayread" ? "#EDE7F6" : "#FFE3D6")
+                color: model.mark === "comicbuyed" ? Theme.markBoughtBackground : (model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
                 Text {
                     id: markText
                     anchors.centerIn: parent
                     text: model.mark === "comicbuyed" ? "已购" : (model.mark === "delayread" ? "VIP 抢先" : "付费 " + model.price + "币")
-                    color: model.mark === "comicbuyed" ? "#2E7D32" : (model.mark === "delayread" ? "#5E35B1" : "#D84315")
+                    color: model.mark === "comicbuyed" ? Theme.markBoughtText : (model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
                     font.family: root.fontFamily
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontCaption
                 }
             }
             Rectangle {
@@ -114,7 +114,7 @@ ReaderSidePanel {
                 x: 22
                 width: parent.width - 22
                 height: 1
-                color: "#F1E8DF"
+                color: Theme.separator
             }
             MouseArea {
                 id: rowArea
@@ -126,9 +126,9 @@ ReaderSidePanel {
             anchors.centerIn: parent
             visible: list.count === 0
             text: "暂无章节"
-            color: "#9A93A6"
+            color: Theme.textMuted
             font.family: root.fontFamily
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontMedium
         }
         // The chapter being read stays in the middle until the reader scrolls.
         property bool userMoved: false

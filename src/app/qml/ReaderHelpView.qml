@@ -18,27 +18,27 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: "#D9000000"
+        color: Theme.helpShade
     }
 
     component Zone: Rectangle {
         property string title
         property string detail
         color: "transparent"
-        border.color: "#99FFFFFF"
+        border.color: Theme.helpBorder
         border.width: 2
         radius: 14
         Column {
             anchors.centerIn: parent
             width: parent.width - 24
-            spacing: 8
+            spacing: Theme.spacingSmall
             Text {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
                 text: parent.parent.title
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeadline
                 font.bold: true
                 wrapMode: Text.WordWrap
             }
@@ -46,9 +46,9 @@ Item {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
                 text: parent.parent.detail
-                color: "#D8D4E8"
+                color: Theme.textOnDarkSecondary
                 font.family: root.fontFamily
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontBody
                 wrapMode: Text.WordWrap
             }
         }
@@ -109,29 +109,29 @@ Item {
                     Rectangle {
                         width: 10; height: 10; radius: 5
                         anchors.verticalCenter: parent.verticalCenter
-                        color: "#FF7043"
+                        color: Theme.accent
                     }
                     Text {
                         text: modelData[0]
-                        color: "white"
+                        color: Theme.textOnDark
                         font.family: root.fontFamily
-                        font.pixelSize: 17
+                        font.pixelSize: Theme.fontTitle
                         font.bold: true
                     }
                     Text {
                         text: modelData[1]
-                        color: "#D8D4E8"
+                        color: Theme.textOnDarkSecondary
                         font.family: root.fontFamily
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontLarge
                     }
                 }
             }
             Item { width: 1; height: 10 }
             Text {
                 text: "点击任意位置关闭"
-                color: "#9A93A6"
+                color: Theme.textMuted
                 font.family: root.fontFamily
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontBody
             }
         }
     }

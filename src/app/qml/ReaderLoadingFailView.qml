@@ -13,9 +13,9 @@ Rectangle {
 
     width: 320
     height: 200
-    radius: 18
-    color: "#2E3047" // opaque: the page's own placeholder lies underneath
-    border.color: "#33FFFFFF"
+    radius: Theme.radiusPanel
+    color: Theme.barBackground // opaque: the page's own placeholder lies underneath
+    border.color: Theme.lineOnDark
 
     Column {
         anchors.centerIn: parent
@@ -30,13 +30,13 @@ Rectangle {
                 anchors.centerIn: parent
                 width: 34; height: 44; radius: 4
                 color: "transparent"
-                border.color: "#FFB199"
+                border.color: Theme.accentOnDark
                 border.width: 3
                 Rectangle {
                     anchors.centerIn: parent
                     width: 44; height: 3
                     rotation: -35
-                    color: "#FFB199"
+                    color: Theme.accentOnDark
                 }
             }
             Item {
@@ -48,7 +48,7 @@ Rectangle {
                         x: 24 + 16 * Math.cos(index * Math.PI / 4) - 4
                         y: 24 + 16 * Math.sin(index * Math.PI / 4) - 4
                         width: 8; height: 8; radius: 4
-                        color: "white"
+                        color: Theme.iconOnDark
                         opacity: 0.25 + index / 10
                     }
                 }
@@ -60,9 +60,9 @@ Rectangle {
             objectName: "readerLoadingFailText"
             anchors.horizontalCenter: parent.horizontalCenter
             text: root.retrying ? "正在重新加载…" : "加载失败，请检查网络"
-            color: "white"
+            color: Theme.textOnDark
             font.family: root.fontFamily
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle
         }
 
         Rectangle {
@@ -72,15 +72,15 @@ Rectangle {
             opacity: root.retrying ? 0.5 : 1
             gradient: Gradient {
                 orientation: Gradient.Horizontal
-                GradientStop { position: 0; color: retryArea.pressed ? "#E0603A" : "#FF7043" }
-                GradientStop { position: 1; color: "#F06292" }
+                GradientStop { position: 0; color: retryArea.pressed ? Theme.accentPressed : Theme.accent }
+                GradientStop { position: 1; color: Theme.accentGradientEnd }
             }
             Text {
                 anchors.centerIn: parent
                 text: "重新加载"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontLarge
                 font.bold: true
             }
             MouseArea {

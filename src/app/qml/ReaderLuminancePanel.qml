@@ -26,8 +26,8 @@ Item {
         y: root.panelY
         width: root.manager ? root.manager.panelWidth : 351
         height: root.manager ? root.manager.panelHeight : 69
-        radius: 16
-        color: "#E62E3047"
+        radius: Theme.radiusButton
+        color: Theme.popupBackground
         MouseArea { anchors.fill: parent } // taps on the panel keep it open
 
         component Sun: Item {
@@ -39,13 +39,13 @@ Item {
                     x: parent.size / 2 - 1 + Math.cos(index * Math.PI / 4) * parent.size * 0.42 - width / 2 + 1
                     y: parent.size / 2 + Math.sin(index * Math.PI / 4) * parent.size * 0.42 - height / 2
                     width: Math.max(2, parent.size / 8); height: width; radius: width / 2
-                    color: "#FFD180"
+                    color: Theme.highlight
                 }
             }
             Rectangle {
                 anchors.centerIn: parent
                 width: parent.size * 0.5; height: width; radius: width / 2
-                color: "#FFD180"
+                color: Theme.highlight
             }
         }
 
@@ -68,15 +68,15 @@ Item {
                 width: parent.width
                 height: 6
                 radius: 3
-                color: "#3A3C58"
+                color: Theme.barButton
                 Rectangle {
                     width: parent.width * track.value
                     height: parent.height
                     radius: 3
                     gradient: Gradient {
                         orientation: Gradient.Horizontal
-                        GradientStop { position: 0; color: "#FF7043" }
-                        GradientStop { position: 1; color: "#F06292" }
+                        GradientStop { position: 0; color: Theme.accent }
+                        GradientStop { position: 1; color: Theme.accentGradientEnd }
                     }
                 }
             }
@@ -85,8 +85,8 @@ Item {
                 x: track.value * (track.width - width)
                 anchors.verticalCenter: parent.verticalCenter
                 width: 26; height: 26; radius: 13
-                color: "white"
-                border.color: slideArea.pressed ? "#FF7043" : "#EADFD3"
+                color: Theme.card
+                border.color: slideArea.pressed ? Theme.accent : Theme.surfaceBorder
                 border.width: 2
             }
             MouseArea {

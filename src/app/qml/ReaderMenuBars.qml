@@ -26,10 +26,10 @@ Item {
         height: root.barHeight
         y: root.shown ? 0 : -height - 4
         visible: y > -height - 4
-        color: "#EB23253A"
+        color: Theme.readerBarBackground
         Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
         MouseArea { anchors.fill: parent } // taps on the bar stay on the bar
-        Rectangle { width: parent.width; height: 2; anchors.bottom: parent.bottom; color: "#FF7043"; opacity: 0.8 }
+        Rectangle { width: parent.width; height: 2; anchors.bottom: parent.bottom; color: Theme.accent; opacity: 0.8 }
 
         Row {
             x: 8
@@ -46,9 +46,9 @@ Item {
             height: parent.height
             verticalAlignment: Text.AlignVCenter
             text: root.reader ? root.reader.title : ""
-            color: "white"
+            color: Theme.textOnDark
             font.family: root.fontFamily
-            font.pixelSize: 19
+            font.pixelSize: Theme.fontHeadingLarge
             font.bold: true
             elide: Text.ElideRight
         }
@@ -82,8 +82,8 @@ Item {
             height: 70
             Rectangle {
                 anchors.centerIn: parent
-                width: 56; height: 58; radius: 12
-                color: area.pressed ? "#33FFFFFF" : "transparent"
+                width: 56; height: 58; radius: Theme.radiusCard
+                color: area.pressed ? Theme.lineOnDark : "transparent"
             }
             Image {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -97,9 +97,9 @@ Item {
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: 44
                 text: modelData.label
-                color: "#E6FFFFFF"
+                color: Theme.readerBarText
                 font.family: root.fontFamily
-                font.pixelSize: 11
+                font.pixelSize: Theme.fontTiny
             }
             MouseArea {
                 id: area
@@ -117,10 +117,10 @@ Item {
         height: root.barHeight
         y: root.shown ? parent.height - height : parent.height + 4
         visible: y < parent.height + 4
-        color: "#EB23253A"
+        color: Theme.readerBarBackground
         Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
         MouseArea { anchors.fill: parent }
-        Rectangle { width: parent.width; height: 1; color: "#33FFFFFF" }
+        Rectangle { width: parent.width; height: 1; color: Theme.lineOnDark }
 
         Text {
             objectName: "readerPageLabel"
@@ -129,9 +129,9 @@ Item {
             height: parent.height
             verticalAlignment: Text.AlignVCenter
             text: root.reader ? root.reader.pageLabel : ""
-            color: "white"
+            color: Theme.textOnDark
             font.family: root.fontFamily
-            font.pixelSize: 18
+            font.pixelSize: Theme.fontHeading
             font.bold: true
         }
 
@@ -161,15 +161,15 @@ Item {
                 height: 6
                 radius: 3
                 anchors.verticalCenter: parent.verticalCenter
-                color: "#4DFFFFFF"
+                color: Theme.pressedOnDark
                 Rectangle {
                     width: parent.width * slider.fraction
                     height: parent.height
                     radius: 3
                     gradient: Gradient {
                         orientation: Gradient.Horizontal
-                        GradientStop { position: 0; color: "#FF7043" }
-                        GradientStop { position: 1; color: "#F06292" }
+                        GradientStop { position: 0; color: Theme.accent }
+                        GradientStop { position: 1; color: Theme.accentGradientEnd }
                     }
                 }
             }
@@ -179,8 +179,8 @@ Item {
                 width: 26; height: 26; radius: 13
                 x: track.x + track.width * slider.fraction - width / 2
                 anchors.verticalCenter: parent.verticalCenter
-                color: "white"
-                border.color: "#FF7043"
+                color: Theme.card
+                border.color: Theme.accent
                 border.width: 3
             }
             Rectangle {
@@ -188,13 +188,13 @@ Item {
                 width: 86; height: 34; radius: 10
                 x: thumb.x + thumb.width / 2 - width / 2
                 y: thumb.y - height - 10
-                color: "#FF7043"
+                color: Theme.accent
                 Text {
                     anchors.centerIn: parent
                     text: "第" + (root.previewPage + 1) + "页"
-                    color: "white"
+                    color: Theme.textOnDark
                     font.family: root.fontFamily
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontMedium
                     font.bold: true
                 }
             }

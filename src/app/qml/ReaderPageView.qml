@@ -145,12 +145,12 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             width: 54; height: 54; radius: 27
             color: "transparent"
-            border.color: "#55FFFFFF"
+            border.color: Theme.pressedOnDarkStrong
             border.width: 3
             visible: root.page !== null && root.page.state === 0
             Rectangle {
                 width: 12; height: 12; radius: 6
-                color: "#FF7043"
+                color: Theme.accent
                 x: parent.width / 2 - 6; y: -4
             }
             RotationAnimator on rotation {
@@ -163,9 +163,9 @@ Item {
         Text {
             anchors.horizontalCenter: parent.horizontalCenter
             text: root.page ? (root.page.state === 2 ? "第" + (root.page.pageIndex + 1) + "页加载失败" : root.page.placeholderText) : ""
-            color: "#B3FFFFFF"
+            color: Theme.readerBarTextMuted
             font.family: root.fontFamily
-            font.pixelSize: 18
+            font.pixelSize: Theme.fontHeading
         }
     }
 }

@@ -19,7 +19,7 @@ Item {
         id: mengban
         objectName: "mengbanBtn"
         anchors.fill: parent
-        color: "#2E3047"
+        color: Theme.barBackground
         opacity: frame.sidePanel && frame.sidePanel.closing ? 0 : 0.45
         Behavior on opacity { NumberAnimation { duration: frame.duration } }
         MouseArea {
@@ -35,7 +35,7 @@ Item {
         width: Math.min(frame.panelWidth, frame.width)
         height: frame.height
         x: frame.width
-        color: "#FFFCF8"
+        color: Theme.surface
         clip: true
         MouseArea { anchors.fill: parent } // the dimming button lies underneath
         Rectangle { // the shadow along the left edge
@@ -43,8 +43,8 @@ Item {
             height: parent.height
             gradient: Gradient {
                 orientation: Gradient.Horizontal
-                GradientStop { position: 0; color: "#33000000" }
-                GradientStop { position: 1; color: "#00000000" }
+                GradientStop { position: 0; color: Theme.panelShadow }
+                GradientStop { position: 1; color: Theme.panelShadowEnd }
             }
         }
     }

@@ -17,7 +17,7 @@ Rectangle {
     readonly property VORAComicViewManager manager: reader ? reader.comicViewManager : null
     readonly property rect surface: manager ? manager.surfaceRect : Qt.rect(0, 0, width, height)
 
-    color: "black"
+    color: Theme.readerBackground
     focus: visible
 
     onWidthChanged: if (manager) manager.setWindowSize(width, height)
@@ -84,7 +84,7 @@ Rectangle {
     Rectangle {
         objectName: "readerLuminanceLayer"
         anchors.fill: parent
-        color: "black"
+        color: Theme.shade
         opacity: root.reader ? root.reader.luminanceValue : 0
         visible: opacity > 0
     }
@@ -94,8 +94,8 @@ Rectangle {
         objectName: "readerLoading"
         anchors.centerIn: parent
         visible: root.reader !== null && root.reader.loading
-        width: 180; height: 120; radius: 16
-        color: "#CC2E3047"
+        width: 180; height: 120; radius: Theme.radiusButton
+        color: Theme.noticeBackground
         Item {
             id: loadingSpinner
             anchors.horizontalCenter: parent.horizontalCenter
@@ -107,7 +107,7 @@ Rectangle {
                     x: 22 + 15 * Math.cos(index * Math.PI / 4) - 4
                     y: 22 + 15 * Math.sin(index * Math.PI / 4) - 4
                     width: 8; height: 8; radius: 4
-                    color: "white"
+                    color: Theme.iconOnDark
                     opacity: 0.25 + index / 10
                 }
             }
@@ -117,9 +117,9 @@ Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
             y: 80
             text: "正在加载…"
-            color: "white"
+            color: Theme.textOnDark
             font.family: root.fontFamily
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontMedium
         }
     }
 

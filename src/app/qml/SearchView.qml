@@ -8,17 +8,17 @@ Rectangle {
     property VORASearchView search
     property string fontFamily
 
-    radius: 18
-    color: "#FFFCF8"
-    border.color: "#EADFD3"
+    radius: Theme.radiusPanel
+    color: Theme.surface
+    border.color: Theme.surfaceBorder
     clip: true
 
     Rectangle {
         id: head
         width: parent.width
         height: 72
-        radius: 18
-        color: "#2E3047"
+        radius: Theme.radiusPanel
+        color: Theme.barBackground
         Rectangle { width: parent.width; height: 18; anchors.bottom: parent.bottom; color: parent.color }
 
         Rectangle {
@@ -28,7 +28,7 @@ Rectangle {
             width: parent.width - 44 - searchButton.width - 12
             height: 44
             radius: 22
-            color: "white"
+            color: Theme.card
             Image {
                 x: 16
                 anchors.verticalCenter: parent.verticalCenter
@@ -43,8 +43,8 @@ Rectangle {
                 width: parent.width - 60
                 anchors.verticalCenter: parent.verticalCenter
                 font.family: view.fontFamily
-                font.pixelSize: 17
-                color: "#2E3047"
+                font.pixelSize: Theme.fontTitle
+                color: Theme.textPrimary
                 clip: true
                 text: view.search ? view.search.fieldText : ""
                 onTextEdited: view.search.textDidChange(text)
@@ -53,7 +53,7 @@ Rectangle {
                     anchors.verticalCenter: parent.verticalCenter
                     visible: input.text === "" && !input.activeFocus
                     text: "搜索漫画名或作者"
-                    color: "#B3ACBD"
+                    color: Theme.textPlaceholder
                     font: input.font
                 }
             }
@@ -68,15 +68,15 @@ Rectangle {
             radius: 22
             gradient: Gradient {
                 orientation: Gradient.Horizontal
-                GradientStop { position: 0; color: searchArea.pressed ? "#E0603A" : "#FF7043" }
-                GradientStop { position: 1; color: "#F06292" }
+                GradientStop { position: 0; color: searchArea.pressed ? Theme.accentPressed : Theme.accent }
+                GradientStop { position: 1; color: Theme.accentGradientEnd }
             }
             Text {
                 anchors.centerIn: parent
                 text: "搜索"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: view.fontFamily
-                font.pixelSize: 17
+                font.pixelSize: Theme.fontTitle
                 font.bold: true
             }
             MouseArea {
@@ -105,17 +105,17 @@ Rectangle {
         Text {
             x: 28; y: 20
             text: "热门搜索"
-            color: "#2E3047"
+            color: Theme.textPrimary
             font.family: view.fontFamily
-            font.pixelSize: 19
+            font.pixelSize: Theme.fontHeadingLarge
             font.bold: true
         }
         Text {
             x: 28; y: 48
             text: "点一下关键词，马上找到想看的漫画"
-            color: "#9A93A6"
+            color: Theme.textMuted
             font.family: view.fontFamily
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
         }
         Item {
             id: cloudBox
@@ -138,8 +138,8 @@ Rectangle {
                 delegate: Rectangle {
                     objectName: "cloud" + modelData.tag
                     readonly property int look: modelData.fontSize - 12
-                    readonly property var fills: ["#FFE3D6", "#E3F2FD", "#EDE7F6", "#E8F5E9"]
-                    readonly property var inks: ["#D84315", "#1565C0", "#5E35B1", "#2E7D32"]
+                    readonly property var fills: Theme.tagFills
+                    readonly property var inks: Theme.tagInks
                     x: (modelData.x - 6) * cloudBox.s
                     y: modelData.y * cloudBox.s
                     width: (modelData.width + 12) * cloudBox.s
@@ -173,7 +173,7 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        color: "#FFFCF8"
+        color: Theme.surface
         visible: view.search && view.search.resultsVisible
         ListView {
             id: list
@@ -191,9 +191,9 @@ Rectangle {
                     x: 10
                     anchors.verticalCenter: parent.verticalCenter
                     text: view.search ? view.search.headerText : ""
-                    color: "#6B6477"
+                    color: Theme.textSecondary
                     font.family: view.fontFamily
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontLarge
                 }
                 Rectangle {
                     objectName: "closeResults"
@@ -201,14 +201,14 @@ Rectangle {
                     anchors.rightMargin: 6
                     anchors.verticalCenter: parent.verticalCenter
                     width: 112; height: 36
-                    radius: 18
-                    color: backArea.pressed ? "#FFE3D6" : "#FFF1EB"
+                    radius: Theme.radiusPanel
+                    color: backArea.pressed ? Theme.accentSoft : Theme.accentPale
                     Text {
                         anchors.centerIn: parent
                         text: "热门搜索"
-                        color: "#E0603A"
+                        color: Theme.accentText
                         font.family: view.fontFamily
-                        font.pixelSize: 15
+                        font.pixelSize: Theme.fontMedium
                     }
                     MouseArea {
                         id: backArea
@@ -244,7 +244,7 @@ Rectangle {
                 Column {
                     objectName: "noResultRow"
                     anchors.centerIn: parent
-                    spacing: 12
+                    spacing: Theme.spacing
                     Image {
                         anchors.horizontalCenter: parent.horizontalCenter
                         source: "image://quorin/art/searchcutnotlink.png"
@@ -254,16 +254,16 @@ Rectangle {
                     Text {
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: "很抱歉,"
-                        color: "#6B6477"
+                        color: Theme.textSecondary
                         font.family: view.fontFamily
-                        font.pixelSize: 18
+                        font.pixelSize: Theme.fontHeading
                     }
                     Text {
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: "没有你要找的漫画哦~"
-                        color: "#6B6477"
+                        color: Theme.textSecondary
                         font.family: view.fontFamily
-                        font.pixelSize: 18
+                        font.pixelSize: Theme.fontHeading
                     }
                 }
             }
@@ -278,9 +278,9 @@ Rectangle {
         width: parent.width - 66
         height: 195
         visible: view.search && view.search.historyVisible
-        radius: 12
-        color: "white"
-        border.color: "#EADFD3"
+        radius: Theme.radiusCard
+        color: Theme.card
+        border.color: Theme.surfaceBorder
         ListView {
             id: historyList
             anchors.fill: parent
@@ -292,7 +292,7 @@ Rectangle {
                 objectName: "history" + index
                 width: historyList.width
                 height: 38
-                color: historyArea.pressed ? "#FFF1EB" : "transparent"
+                color: historyArea.pressed ? Theme.accentPale : "transparent"
                 radius: 8
                 Image {
                     id: clock
@@ -311,9 +311,9 @@ Rectangle {
                     elide: Text.ElideRight
                     anchors.verticalCenter: parent.verticalCenter
                     text: modelData
-                    color: "#2E3047"
+                    color: Theme.textPrimary
                     font.family: view.fontFamily
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontLarge
                 }
                 MouseArea {
                     id: historyArea
@@ -329,9 +329,9 @@ Rectangle {
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 12
             text: "清除搜索记录"
-            color: "#E0603A"
+            color: Theme.accentText
             font.family: view.fontFamily
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontMedium
             MouseArea {
                 anchors.fill: parent
                 anchors.margins: -8

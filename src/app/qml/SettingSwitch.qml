@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 Item {
     id: row
@@ -11,9 +12,9 @@ Item {
     Text {
         anchors.verticalCenter: parent.verticalCenter
         text: row.title
-        color: "#2E3047"
+        color: Theme.textPrimary
         font.family: row.fontFamily
-        font.pixelSize: 16
+        font.pixelSize: Theme.fontLarge
     }
     Rectangle {
         objectName: "switch"
@@ -21,18 +22,18 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         width: 52; height: 30
         radius: 15
-        color: row.checked ? "#FF7043" : "#D8D2CC"
+        color: row.checked ? Theme.accent : Theme.switchOff
         Behavior on color { ColorAnimation { duration: 150 } }
         Rectangle {
             width: 26; height: 26
             radius: 13
             y: 2
             x: row.checked ? parent.width - width - 2 : 2
-            color: "white"
+            color: Theme.card
             Behavior on x { NumberAnimation { duration: 150 } }
         }
     }
-    Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: "#F0E6DC" }
+    Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: Theme.cardBorder }
     MouseArea {
         anchors.fill: parent
         onClicked: row.toggled(!row.checked)

@@ -9,22 +9,22 @@ Rectangle {
     property VORARootViewController rootController
     property string fontFamily
 
-    color: "#FFFCF8"
-    Rectangle { width: 1; height: parent.height; color: "#EADFD3" }
+    color: Theme.surface
+    Rectangle { width: 1; height: parent.height; color: Theme.surfaceBorder }
 
     Rectangle {
         id: top
         width: parent.width
         height: 64
-        color: "#2E3047"
+        color: Theme.barBackground
         Text {
             anchors.left: parent.left
             anchors.leftMargin: 24
             anchors.verticalCenter: parent.verticalCenter
             text: "设置"
-            color: "white"
+            color: Theme.textOnDark
             font.family: panel.fontFamily
-            font.pixelSize: 22
+            font.pixelSize: Theme.fontDisplay
             font.bold: true
         }
         Text {
@@ -33,9 +33,9 @@ Rectangle {
             anchors.rightMargin: 22
             anchors.verticalCenter: parent.verticalCenter
             text: "完成"
-            color: "#FFB199"
+            color: Theme.accentOnDark
             font.family: panel.fontFamily
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle
             MouseArea {
                 anchors.fill: parent
                 anchors.margins: -10
@@ -59,7 +59,7 @@ Rectangle {
             width: panel.width - 48
             spacing: 4
 
-            Text { text: "阅读"; color: "#E0603A"; font.family: panel.fontFamily; font.pixelSize: 14; font.bold: true; topPadding: 8 }
+            Text { text: "阅读"; color: Theme.accentText; font.family: panel.fontFamily; font.pixelSize: Theme.fontBody; font.bold: true; topPadding: 8 }
             SettingSwitch {
                 width: column.width; fontFamily: panel.fontFamily
                 title: "书架更新提醒"
@@ -91,16 +91,16 @@ Rectangle {
                 onToggled: (on) => panel.settings.isAutoLuminance = on
             }
 
-            Text { text: "缓存"; color: "#E0603A"; font.family: panel.fontFamily; font.pixelSize: 14; font.bold: true; topPadding: 20 }
+            Text { text: "缓存"; color: Theme.accentText; font.family: panel.fontFamily; font.pixelSize: Theme.fontBody; font.bold: true; topPadding: 20 }
             Item {
                 width: column.width
                 height: 56
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
                     text: "图片缓存  " + (panel.settings ? panel.settings.cacheSizeText : "")
-                    color: "#2E3047"
+                    color: Theme.textPrimary
                     font.family: panel.fontFamily
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontLarge
                 }
                 Rectangle {
                     objectName: "clearCache"
@@ -109,13 +109,13 @@ Rectangle {
                     width: 112; height: 38
                     radius: 19
                     opacity: panel.settings && panel.settings.busy ? 0.5 : 1
-                    color: clearArea.pressed ? "#E0603A" : "#FF7043"
+                    color: clearArea.pressed ? Theme.accentPressed : Theme.accent
                     Text {
                         anchors.centerIn: parent
                         text: panel.settings && panel.settings.busy ? "清除中…" : "清除缓存"
-                        color: "white"
+                        color: Theme.textOnDark
                         font.family: panel.fontFamily
-                        font.pixelSize: 15
+                        font.pixelSize: Theme.fontMedium
                     }
                     MouseArea {
                         id: clearArea
@@ -125,37 +125,37 @@ Rectangle {
                 }
             }
 
-            Text { text: "账号"; color: "#E0603A"; font.family: panel.fontFamily; font.pixelSize: 14; font.bold: true; topPadding: 20 }
+            Text { text: "账号"; color: Theme.accentText; font.family: panel.fontFamily; font.pixelSize: Theme.fontBody; font.bold: true; topPadding: 20 }
             Item {
                 width: column.width
                 height: 56
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
                     text: panel.settings && panel.settings.isLogin ? panel.settings.userName : "未登录"
-                    color: "#2E3047"
+                    color: Theme.textPrimary
                     font.family: panel.fontFamily
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontLarge
                 }
                 Text {
                     visible: panel.settings && panel.settings.isLogin
                     anchors.right: parent.right
                     anchors.verticalCenter: parent.verticalCenter
                     text: "退出登录"
-                    color: "#E53935"
+                    color: Theme.danger
                     font.family: panel.fontFamily
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontLarge
                     MouseArea { anchors.fill: parent; anchors.margins: -8; onClicked: panel.rootController.requestSignOut() }
                 }
             }
 
-            Text { text: "关于"; color: "#E0603A"; font.family: panel.fontFamily; font.pixelSize: 14; font.bold: true; topPadding: 20 }
+            Text { text: "关于"; color: Theme.accentText; font.family: panel.fontFamily; font.pixelSize: Theme.fontBody; font.bold: true; topPadding: 20 }
             Text {
                 objectName: "version"
                 topPadding: 12
                 text: "Quorin Reader  版本 " + (panel.settings ? panel.settings.version : "")
-                color: "#6B6477"
+                color: Theme.textSecondary
                 font.family: panel.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
             }
         }
     }

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorin
 
 // One comic of the category or search list: the cover with its placeholder
 // and badge, then name, author, clicks and blurb. gridMode draws the narrow
@@ -18,9 +19,9 @@ Rectangle {
     signal tapped()
 
     objectName: "comic" + comicIndex
-    radius: 12
-    color: area.pressed ? "#FFF0E6" : "white"
-    border.color: "#F0E6DC"
+    radius: Theme.radiusCard
+    color: area.pressed ? Theme.cardPressed : Theme.card
+    border.color: Theme.cardBorder
 
     Item {
         id: coverBox
@@ -62,7 +63,7 @@ Rectangle {
         Text {
             width: parent.width
             text: cell.comicName
-            color: "#2E3047"
+            color: Theme.textPrimary
             font.family: cell.fontFamily
             font.pixelSize: cell.gridMode ? 17 : 20
             font.bold: true
@@ -72,22 +73,22 @@ Rectangle {
         }
         Row {
             width: parent.width
-            spacing: 12
+            spacing: Theme.spacing
             Text {
                 width: Math.min(implicitWidth, parent.width - (updated.visible ? updated.width + 12 : 0))
                 elide: Text.ElideRight
                 text: cell.comicAuthor
-                color: "#8A8197"
+                color: Theme.textTertiary
                 font.family: cell.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
             Text {
                 id: updated
                 visible: !cell.gridMode && cell.lastUpdate !== ""
                 text: "更新于 " + cell.lastUpdate
-                color: "#B3ACBD"
+                color: Theme.textPlaceholder
                 font.family: cell.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
         }
         Rectangle {
@@ -95,23 +96,23 @@ Rectangle {
             width: Math.min(clicks.implicitWidth + 16, parent.width)
             height: 22
             radius: 11
-            color: "#FFF1EB"
+            color: Theme.accentPale
             Text {
                 id: clicks
                 anchors.centerIn: parent
                 width: Math.min(implicitWidth, parent.parent.width - 16)
                 elide: Text.ElideRight
                 text: "人气 " + cell.clickTotal
-                color: "#E0603A"
+                color: Theme.accentText
                 font.family: cell.fontFamily
-                font.pixelSize: 12
+                font.pixelSize: Theme.fontCaption
             }
         }
         Text {
             id: blurb
             width: parent.width
             text: cell.comicDescription
-            color: "#9A93A6"
+            color: Theme.textMuted
             font.family: cell.fontFamily
             font.pixelSize: cell.gridMode ? 12 : 14
             lineHeight: 1.15

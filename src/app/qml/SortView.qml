@@ -15,9 +15,9 @@ Rectangle {
     readonly property int minCellWidth: 260
     readonly property int columns: gridMode ? Math.max(1, Math.min(3, Math.floor(grid.width / (minCellWidth + 12)))) : 1
 
-    radius: 18
-    color: "#FFFCF8"
-    border.color: "#EADFD3"
+    radius: Theme.radiusPanel
+    color: Theme.surface
+    border.color: Theme.surfaceBorder
     clip: true
 
     Rectangle {
@@ -25,8 +25,8 @@ Rectangle {
         objectName: "sortHead"
         width: parent.width
         height: 56
-        radius: 18
-        color: "#2E3047"
+        radius: Theme.radiusPanel
+        color: Theme.barBackground
         Rectangle { width: parent.width; height: 18; anchors.bottom: parent.bottom; color: parent.color }
 
         Row {
@@ -36,9 +36,9 @@ Rectangle {
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: "分类"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: view.fontFamily
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeadline
                 font.bold: true
             }
             Rectangle {
@@ -50,25 +50,25 @@ Rectangle {
                 radius: 14
                 gradient: Gradient {
                     orientation: Gradient.Horizontal
-                    GradientStop { position: 0; color: "#FF7043" }
-                    GradientStop { position: 1; color: "#F06292" }
+                    GradientStop { position: 0; color: Theme.accent }
+                    GradientStop { position: 1; color: Theme.accentGradientEnd }
                 }
                 Text {
                     id: filterText
                     anchors.centerIn: parent
                     text: view.sort ? view.sort.filterTitle : ""
-                    color: "white"
+                    color: Theme.textOnDark
                     font.family: view.fontFamily
-                    font.pixelSize: 14
+                    font.pixelSize: Theme.fontBody
                     font.bold: true
                 }
             }
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: view.sort && view.sort.comicTotal > 0 ? "共 " + view.sort.comicTotal + " 部" : ""
-                color: "#8E8AA8"
+                color: Theme.textOnDarkMuted
                 font.family: view.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
         }
 
@@ -76,7 +76,7 @@ Rectangle {
             anchors.right: parent.right
             anchors.rightMargin: 16
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 8
+            spacing: Theme.spacingSmall
             Repeater {
                 model: view.sort ? view.sort.menuButtons : []
                 delegate: Rectangle {
@@ -84,13 +84,13 @@ Rectangle {
                     readonly property bool open: view.sort && view.sort.openMenu === modelData.tag
                     width: 76; height: 34
                     radius: 17
-                    color: open ? "#FF7043" : (menuArea.pressed ? "#4DFFFFFF" : "#3A3C58")
+                    color: open ? Theme.accent : (menuArea.pressed ? Theme.pressedOnDark : Theme.barButton)
                     Text {
                         anchors.centerIn: parent
                         text: modelData.title + (parent.open ? " ▴" : " ▾")
-                        color: "white"
+                        color: Theme.textOnDark
                         font.family: view.fontFamily
-                        font.pixelSize: 14
+                        font.pixelSize: Theme.fontBody
                     }
                     MouseArea {
                         id: menuArea
@@ -103,7 +103,7 @@ Rectangle {
                 objectName: "layoutButton"
                 width: 44; height: 34
                 radius: 17
-                color: layoutArea.pressed ? "#4DFFFFFF" : "#3A3C58"
+                color: layoutArea.pressed ? Theme.pressedOnDark : Theme.barButton
                 // Grid mode offers the list, list mode the grid.
                 Grid {
                     anchors.centerIn: parent
@@ -112,7 +112,7 @@ Rectangle {
                     spacing: 3
                     Repeater {
                         model: 3
-                        Rectangle { width: 18; height: 3; radius: 1.5; color: "white" }
+                        Rectangle { width: 18; height: 3; radius: 1.5; color: Theme.iconOnDark }
                     }
                 }
                 Grid {
@@ -122,7 +122,7 @@ Rectangle {
                     spacing: 3
                     Repeater {
                         model: 4
-                        Rectangle { width: 7; height: 7; radius: 1.5; color: "white" }
+                        Rectangle { width: 7; height: 7; radius: 1.5; color: Theme.iconOnDark }
                     }
                 }
                 MouseArea {
@@ -188,9 +188,9 @@ Rectangle {
                       : view.sort.textPanel !== "" ? view.sort.textPanel
                       : (view.sort.reloadingUp || view.sort.loadingPanel) ? "正在加载…"
                       : (grid.pulledUp ? "松开加载更多" : "上拉加载更多")
-                color: "#9A8C80"
+                color: Theme.textHint
                 font.family: view.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
             }
         }
 
@@ -219,9 +219,9 @@ Rectangle {
             Text {
                 anchors.centerIn: parent
                 text: view.sort && view.sort.reloading ? "正在刷新…" : (grid.pulledDown ? "松开即可刷新" : "下拉可以刷新")
-                color: "#9A8C80"
+                color: Theme.textHint
                 font.family: view.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
             }
         }
     }
@@ -250,18 +250,18 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         height: visible ? flow.height + 36 : 0
-        color: "white"
+        color: Theme.card
         Rectangle { anchors.top: parent.bottom; width: parent.width; height: 10
             gradient: Gradient {
-                GradientStop { position: 0; color: "#262E3047" }
-                GradientStop { position: 1; color: "#002E3047" }
+                GradientStop { position: 0; color: Theme.barShadow }
+                GradientStop { position: 1; color: Theme.barShadowEnd }
             }
         }
         Flow {
             id: flow
             x: 22; y: 18
             width: parent.width - 44
-            spacing: 12
+            spacing: Theme.spacing
             Repeater {
                 model: menu.buttons
                 delegate: Rectangle {
@@ -270,15 +270,15 @@ Rectangle {
                     width: Math.max(88, label.implicitWidth + 32)
                     height: 40
                     radius: 20
-                    color: current ? "#FF7043" : (filterArea.pressed ? "#FFE3D6" : "white")
-                    border.color: current ? "#FF7043" : "#EADFD3"
+                    color: current ? Theme.accent : (filterArea.pressed ? Theme.accentSoft : Theme.card)
+                    border.color: current ? Theme.accent : Theme.surfaceBorder
                     Text {
                         id: label
                         anchors.centerIn: parent
                         text: modelData.title
-                        color: parent.current ? "white" : "#2E3047"
+                        color: parent.current ? Theme.textOnDark : Theme.textPrimary
                         font.family: view.fontFamily
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontLarge
                     }
                     MouseArea {
                         id: filterArea
@@ -301,16 +301,16 @@ Rectangle {
         width: Math.min(parent.width - 60, panelText.implicitWidth + 48)
         height: 48
         radius: 24
-        color: "#E62E3047"
+        color: Theme.popupBackground
         Text {
             id: panelText
             anchors.centerIn: parent
             width: Math.min(implicitWidth, parent.width - 48)
             elide: Text.ElideRight
             text: view.sort ? view.sort.textPanel : ""
-            color: "white"
+            color: Theme.textOnDark
             font.family: view.fontFamily
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontMedium
         }
     }
 

@@ -20,7 +20,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: "#000000"
+        color: Theme.editShade
         opacity: root.expanded ? 0.25 : 0
         Behavior on opacity { NumberAnimation { duration: 200 } }
     }
@@ -35,7 +35,7 @@ Item {
         width: root.box.width
         height: root.box.height
         color: Qt.rgba(1.0, 235 / 255, 205 / 255, 0.9)
-        border.color: "#FF7043"
+        border.color: Theme.accent
         border.width: 2
         radius: 3
         opacity: root.expanded ? 1 : 0.6
@@ -44,7 +44,7 @@ Item {
             anchors.fill: parent
             anchors.margins: 3
             text: root.edit ? root.edit.tucaoStr : ""
-            color: "black"
+            color: Theme.tucaoText
             font.family: root.fontFamily
             font.pointSize: 11
             horizontalAlignment: Text.AlignHCenter
@@ -72,10 +72,10 @@ Item {
             x: parent.width - width / 2
             y: parent.height - height / 2
             width: 22; height: 22; radius: 11
-            color: "#FF7043"
-            border.color: "white"
+            color: Theme.accent
+            border.color: Theme.iconOnDark
             border.width: 2
-            Rectangle { anchors.centerIn: parent; width: 8; height: 8; radius: 4; color: "white" }
+            Rectangle { anchors.centerIn: parent; width: 8; height: 8; radius: 4; color: Theme.iconOnDark }
             MouseArea {
                 anchors.fill: parent
                 anchors.margins: -10
@@ -111,18 +111,18 @@ Item {
             width: 2 * root.menuRadius + 10
             height: width
             radius: width / 2
-            color: "#CC23253A"
+            color: Theme.readerMenuBackground
         }
         Rectangle {
             anchors.centerIn: parent
             width: 30; height: 30; radius: 15
-            color: "#FF7043"
+            color: Theme.accent
             Text {
                 anchors.centerIn: parent
                 text: "吐"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontBody
                 font.bold: true
             }
         }
@@ -139,8 +139,8 @@ Item {
                 x: menu.width / 2 + Math.cos(rad) * root.menuRadius - width / 2
                 y: menu.height / 2 + Math.sin(rad) * root.menuRadius - height / 2
                 width: 54; height: 54; radius: 27
-                color: itemArea.pressed ? "#E0603A" : (modelData.glyph === "delete" ? "#E53935" : "#FF7043")
-                border.color: "white"
+                color: itemArea.pressed ? Theme.accentPressed : (modelData.glyph === "delete" ? Theme.danger : Theme.accent)
+                border.color: Theme.iconOnDark
                 border.width: 2
                 Canvas {
                     anchors.horizontalCenter: parent.horizontalCenter
@@ -149,7 +149,7 @@ Item {
                     onPaint: {
                         const c = getContext("2d");
                         c.reset();
-                        c.strokeStyle = "white";
+                        c.strokeStyle = Theme.iconOnDark;
                         c.lineWidth = 2.6;
                         c.lineCap = "round";
                         c.lineJoin = "round";
@@ -170,9 +170,9 @@ Item {
                     anchors.horizontalCenter: parent.horizontalCenter
                     y: 32
                     text: modelData.label
-                    color: "white"
+                    color: Theme.textOnDark
                     font.family: root.fontFamily
-                    font.pixelSize: 11
+                    font.pixelSize: Theme.fontTiny
                 }
                 MouseArea {
                     id: itemArea

@@ -25,7 +25,7 @@ Item {
     // Dims the page while writing; clear while placing, so the page shows.
     Rectangle {
         anchors.fill: parent
-        color: "#000000"
+        color: Theme.editShade
         opacity: root.input && root.input.inputBoxVisible ? 0.45 : 0.0
         Behavior on opacity { NumberAnimation { duration: 200 } }
     }
@@ -52,18 +52,18 @@ Item {
         y: root.input ? root.input.inputBoxRect.y : 0
         width: 400
         height: 150
-        radius: 16
-        color: "#FFFCF8"
-        border.color: "#EADFD3"
+        radius: Theme.radiusButton
+        color: Theme.surface
+        border.color: Theme.surfaceBorder
         Behavior on y { NumberAnimation { duration: 500; easing.type: Easing.InOutQuad } }
         MouseArea { anchors.fill: parent } // taps in the box stay in the box
 
         Text {
             x: 18; y: 14
             text: "吐槽"
-            color: "#2E3047"
+            color: Theme.textPrimary
             font.family: root.fontFamily
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle
             font.bold: true
         }
 
@@ -73,9 +73,9 @@ Item {
             width: parent.width - 36
             height: 44
             radius: 10
-            color: "white"
+            color: Theme.card
             border.width: field.activeFocus || refusal.running ? 2 : 1
-            border.color: refusal.running ? "#E53935" : (field.activeFocus ? "#FF7043" : "#EADFD3")
+            border.color: refusal.running ? Theme.danger : (field.activeFocus ? Theme.accent : Theme.surfaceBorder)
 
             TextInput {
                 id: field
@@ -85,9 +85,9 @@ Item {
                 anchors.rightMargin: 12
                 verticalAlignment: TextInput.AlignVCenter
                 clip: true
-                color: "#2E3047"
+                color: Theme.textPrimary
                 font.family: root.fontFamily
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontLarge
                 selectByMouse: true
                 text: root.input ? root.input.text : ""
                 onTextEdited: if (root.input) root.input.text = text
@@ -106,9 +106,9 @@ Item {
                 verticalAlignment: Text.AlignVCenter
                 visible: field.text === "" && !field.activeFocus
                 text: "说点什么吧…"
-                color: "#B0A8BA"
+                color: Theme.textPlaceholderSoft
                 font.family: root.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
             }
         }
 
@@ -121,14 +121,14 @@ Item {
             Rectangle {
                 objectName: "tucaoInputCancel"
                 width: 84; height: 34; radius: 17
-                color: cancelArea.pressed ? "#FFE3D6" : "white"
-                border.color: "#FF7043"
+                color: cancelArea.pressed ? Theme.accentSoft : Theme.card
+                border.color: Theme.accent
                 Text {
                     anchors.centerIn: parent
                     text: "取消"
-                    color: "#E0603A"
+                    color: Theme.accentText
                     font.family: root.fontFamily
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontMedium
                 }
                 MouseArea {
                     id: cancelArea
@@ -141,15 +141,15 @@ Item {
                 width: 84; height: 34; radius: 17
                 gradient: Gradient {
                     orientation: Gradient.Horizontal
-                    GradientStop { position: 0; color: confirmArea.pressed ? "#E0603A" : "#FF7043" }
-                    GradientStop { position: 1; color: "#F06292" }
+                    GradientStop { position: 0; color: confirmArea.pressed ? Theme.accentPressed : Theme.accent }
+                    GradientStop { position: 1; color: Theme.accentGradientEnd }
                 }
                 Text {
                     anchors.centerIn: parent
                     text: "确定"
-                    color: "white"
+                    color: Theme.textOnDark
                     font.family: root.fontFamily
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontMedium
                     font.bold: true
                 }
                 MouseArea {
@@ -179,7 +179,7 @@ Item {
         width: hintRow.width + 40
         height: 48
         radius: 24
-        color: "#E62E3047"
+        color: Theme.popupBackground
         Row {
             id: hintRow
             anchors.centerIn: parent
@@ -188,16 +188,16 @@ Item {
             Item {
                 width: 18; height: 24
                 anchors.verticalCenter: parent.verticalCenter
-                Rectangle { width: 18; height: 18; radius: 9; color: "#FF7043" }
-                Rectangle { x: 5; y: 5; width: 8; height: 8; radius: 4; color: "white" }
-                Rectangle { x: 8; y: 16; width: 2; height: 8; color: "#FF7043" }
+                Rectangle { width: 18; height: 18; radius: 9; color: Theme.accent }
+                Rectangle { x: 5; y: 5; width: 8; height: 8; radius: 4; color: Theme.iconOnDark }
+                Rectangle { x: 8; y: 16; width: 2; height: 8; color: Theme.accent }
             }
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: "点一下页面，把吐槽贴在那里"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
             }
         }
         SequentialAnimation on opacity {

@@ -14,14 +14,14 @@ Rectangle {
 
     width: parent ? parent.width : 768
     height: 64
-    color: "#EB23253A"
+    color: Theme.readerBarBackground
     MouseArea { anchors.fill: parent } // taps on the bar stay on the bar
-    Rectangle { width: parent.width; height: 2; color: "#FF7043"; opacity: 0.8 }
+    Rectangle { width: parent.width; height: 2; color: Theme.accent; opacity: 0.8 }
 
     // A picture of the bar, drawn after its name.
     component Glyph: Canvas {
         property string picture
-        property color tint: "white"
+        property color tint: Theme.iconOnDark
         width: 26; height: 26
         onPictureChanged: requestPaint()
         onTintChanged: requestPaint()
@@ -105,22 +105,22 @@ Rectangle {
         height: 64
         Rectangle {
             anchors.centerIn: parent
-            width: 52; height: 52; radius: 12
-            color: button.down ? "#33FFFFFF" : "transparent"
+            width: 52; height: 52; radius: Theme.radiusCard
+            color: button.down ? Theme.lineOnDark : "transparent"
         }
         Glyph {
             anchors.horizontalCenter: parent.horizontalCenter
             y: 8
             picture: button.down ? button.pressedPicture : button.picture
-            tint: button.down ? "#FF7043" : "white"
+            tint: button.down ? Theme.accent : Theme.iconOnDark
         }
         Text {
             anchors.horizontalCenter: parent.horizontalCenter
             y: 40
             text: button.label
-            color: "#E6FFFFFF"
+            color: Theme.readerBarText
             font.family: button.family
-            font.pixelSize: 11
+            font.pixelSize: Theme.fontTiny
         }
         MouseArea {
             id: area
@@ -138,27 +138,27 @@ Rectangle {
             objectName: "tucaoMenuTitle"
             width: parent.width
             text: root.menu ? root.menu.title : ""
-            color: "white"
+            color: Theme.textOnDark
             font.family: root.fontFamily
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle
             font.bold: true
             elide: Text.ElideRight
         }
         Row {
-            spacing: 12
+            spacing: Theme.spacing
             Text {
                 objectName: "tucaoMenuPage"
                 text: root.menu ? root.menu.pageLabel : ""
-                color: "#B3FFFFFF"
+                color: Theme.readerBarTextMuted
                 font.family: root.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
             Text {
                 objectName: "tucaoMenuTotal"
                 text: root.menu ? "吐槽 " + root.menu.tucaoTotal : ""
-                color: "#FFAB91"
+                color: Theme.accentOnDarkSoft
                 font.family: root.fontFamily
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
         }
     }
@@ -213,8 +213,8 @@ Rectangle {
         width: 108; height: 40; radius: 20
         gradient: Gradient {
             orientation: Gradient.Horizontal
-            GradientStop { position: 0; color: writeArea.pressed ? "#E0603A" : "#FF7043" }
-            GradientStop { position: 1; color: "#F06292" }
+            GradientStop { position: 0; color: writeArea.pressed ? Theme.accentPressed : Theme.accent }
+            GradientStop { position: 1; color: Theme.accentGradientEnd }
         }
         Row {
             anchors.centerIn: parent
@@ -227,9 +227,9 @@ Rectangle {
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: "写吐槽"
-                color: "white"
+                color: Theme.textOnDark
                 font.family: root.fontFamily
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontMedium
                 font.bold: true
             }
         }

@@ -21,7 +21,7 @@ Item {
         color: Qt.rgba(1.0, 235 / 255, 205 / 255, 0.8)
         radius: 3
         border.width: root.isOwn ? 1 : 0
-        border.color: "#FF7043"
+        border.color: Theme.accent
         opacity: 0
         scale: 0.6
 
@@ -30,7 +30,7 @@ Item {
             anchors.fill: parent
             anchors.margins: 2
             text: root.content
-            color: "black"
+            color: Theme.tucaoText
             font.family: root.fontFamily
             font.pointSize: 11
             horizontalAlignment: Text.AlignHCenter

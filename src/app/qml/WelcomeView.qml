@@ -7,7 +7,7 @@ Rectangle {
     id: root
     property WelcomeViewController welcome
 
-    color: "#2E3047"
+    color: Theme.barBackground
     MouseArea { anchors.fill: parent }
 
     onVisibleChanged: if (visible) forceActiveFocus()

@@ -389,10 +389,10 @@ void VORARootViewController::alertView(int tag, int buttonIndex)
 void VORARootViewController::fatherToucuInView()
 {
     // The banner pauses while a panel covers the feed.
-    NotificationCenter::defaultCenter().post(QStringLiteral("RecommentInvalidateNSTimer"));
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::recommentInvalidateNSTimer));
 }
 
 void VORARootViewController::fatherToucuOutView()
 {
-    NotificationCenter::defaultCenter().post(QStringLiteral("RecommentIsValueNSTimer"));
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::recommentIsValueNSTimer));
 }

@@ -1,7 +1,9 @@
 #include "catalogue/VORAChapterPurchase.h"
 
+#include "core/VORANotificationNames.h"
 #include "core/VORAUtility.h"
 #include "net/VORABuyChapterService.h"
+#include "platform/NotificationCenter.h"
 
 #include <QJsonObject>
 
@@ -39,6 +41,12 @@ void VORAChapterPurchase::showWholeComicAlert(qint64 total, qint64 coins, QObjec
         VORAUtility::requestAlertMessage(QString::asprintf("购买本书需要%d个quorin币", int(total)), tipTitle,
                                          buyComicAlertTag, QStringLiteral("取消"), QStringLiteral("购买"), delegate);
     }
+}
+
+void VORAChapterPurchase::showBoughtAlert(QObject *delegate)
+{
+    VORAUtility::requestAlertMessage(QStringLiteral("章节购买成功"), tipTitle, boughtAlertTag, QStringLiteral("暂时等等"),
+                                     QStringLiteral("进去阅读"), delegate);
 }
 
 qint64 VORAChapterPurchase::wholeComicTotal(const QList<VORAChapterInfoDTO> &chapters)
@@ -98,4 +106,10 @@ void VORAChapterPurchase::sendBuyRequest(VORABuyChapterService *service, const Q
     service->chapterArray = chapterIds;
     VORAUtility::showLoadingViewWithParentView(delegate, QStringLiteral("购买中"));
     service->asynchronousRequestWithDelegate(delegate);
+}
+
+void VORAChapterPurchase::postBuySuccess(QObject *sender, const QString &comicId, const QStringList &chapterIds)
+{
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::buySuccessPost), sender,
+                                             {{QStringLiteral("comicId"), comicId}, {QStringLiteral("chapters"), chapterIds}});
 }

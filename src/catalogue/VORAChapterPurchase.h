@@ -11,9 +11,10 @@ class QObject;
 class VORABuyChapterService;
 
 // The chapter-purchase pieces that the comic detail page and the reader share:
-// the dialogs of the chapter access rules (tags 10000-10004, answered through
-// the delegate's alertView(tag, buttonIndex)), the sums over a chapter list,
-// and the reading of a VORABuyChapterService answer.
+// the dialogs of the read gate and of the purchases (tags 10000-10005, the only
+// place they are defined; answered through the delegate's alertView(tag,
+// buttonIndex)), the sums over a chapter list, the reading of a
+// VORABuyChapterService answer and the "BuySuccessPost" announcement.
 class VORAChapterPurchase
 {
 public:
@@ -24,6 +25,7 @@ public:
     static constexpr int coinAlertTag = 10002;
     static constexpr int buyComicAlertTag = 10003;
     static constexpr int notEnoughForComicTag = 10004;
+    static constexpr int boughtAlertTag = 10005;
 
     // 10000: the VIP seal, "取消" / "成为VIP".
     static void showSealAlert(QObject *delegate);
@@ -34,6 +36,8 @@ public:
     // The whole comic: 10004 (too few) when coins <= total, else 10003. Equal
     // coins buy one chapter but not the whole comic.
     static void showWholeComicAlert(qint64 total, qint64 coins, QObject *delegate);
+    // 10005: "章节购买成功", "暂时等等" / "进去阅读".
+    static void showBoughtAlert(QObject *delegate);
 
     // The price of every chapter not bought (buyed 0).
     static qint64 wholeComicTotal(const QList<VORAChapterInfoDTO> &chapters);
@@ -52,4 +56,6 @@ public:
     // on a transport error, the site's message when it refused ("data" ->
     // "stateCode" not 1). An answer without "code" 1 shows nothing.
     static Answer readBuyAnswer(const VORABuyChapterService &service, const NetError *error);
+    // Posts "BuySuccessPost" from sender with "comicId" and "chapters" (the ids bought).
+    static void postBuySuccess(QObject *sender, const QString &comicId, const QStringList &chapterIds);
 };

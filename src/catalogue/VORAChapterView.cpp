@@ -1,6 +1,7 @@
 #include "catalogue/VORAChapterView.h"
 
 #include "catalogue/VORAComicHomePageView.h"
+#include "catalogue/VORAReadGate.h"
 
 #include <algorithm>
 
@@ -33,7 +34,7 @@ QVariant VORAChapterView::data(const QModelIndex &index, int role) const
     case MarkRole:
         return VORAComicHomePageView::markForChapter(m_isVip, c, m_now);
     case SealedRole:
-        return m_isVip == 3 && VORAComicHomePageView::isChapterSealed(c.pass_time, m_now);
+        return m_isVip == 3 && VORAReadGate::isSealed(c.pass_time, m_now);
     case BuyedRole:
         return c.buyed;
     case IsViewRole:

@@ -66,6 +66,13 @@ VORAComicHomePageView::VORAComicHomePageView(QObject *parent)
 {
     m_io.setMaxThreadCount(1);
     m_io.setExpiryTimeout(2000);
+    NotificationCenter::defaultCenter().addObserver(
+        this, QString::fromLatin1(VORANotificationNames::buySuccessPost), [this](const Notification &n) {
+            if (n.sender == this)
+                return; // this page's own purchase reloads on its own
+            const QString comicId = n.userInfo.value(QStringLiteral("comicId")).toString();
+            QMetaObject::invokeMethod(this, [this, comicId]() { updateComic(comicId); });
+        });
 }
 
 VORAComicHomePageView::~VORAComicHomePageView()
@@ -77,14 +84,6 @@ VORAComicHomePageView::~VORAComicHomePageView()
 
 // --- Rules ---
 
-bool VORAComicHomePageView::isChapterSealed(const QDateTime &passTime, const QDateTime &now)
-{
-    if (!passTime.isValid() || !now.isValid())
-        return false;
-    const qint64 d = now.toSecsSinceEpoch() - passTime.toSecsSinceEpoch();
-    return d >= -86399 && d <= 604799;
-}
-
 QString VORAComicHomePageView::markForChapter(qint64 isVip, const VORAChapterInfoDTO &chapter, const QDateTime &now)
 {
     if (isVip == 1 || isVip == 2) {
@@ -93,7 +92,7 @@ QString VORAComicHomePageView::markForChapter(qint64 isVip, const VORAChapterInf
         return chapter.is_view == 1 ? QStringLiteral("comicbuyed") : QStringLiteral("buyread");
     }
     if (isVip == 3)
-        return isChapterSealed(chapter.pass_time, now) ? QStringLiteral("delayread") : QString();
+        return VORAReadGate::isSealed(chapter.pass_time, now) ? QStringLiteral("delayread") : QString();
     return {};
 }
 
@@ -303,8 +302,7 @@ void VORAComicHomePageView::requestDidFinishWithService(VORAHttpBaseWebService *
     if (m_purchaseReloadPending) {
         m_purchaseReloadPending = false;
         if (m_buyType == 1) {
-            VORAUtility::requestAlertMessage(QStringLiteral("章节购买成功"), tipTitle, boughtAlertTag,
-                                             QStringLiteral("暂时等等"), QStringLiteral("进去阅读"), this);
+            VORAChapterPurchase::showBoughtAlert(this);
         } else {
             VORAUtility::requestAtlerMessage(QStringLiteral("购买成功"), tipTitle, nullptr);
         }
@@ -347,6 +345,15 @@ void VORAComicHomePageView::refreshHeadInf()
     emit comicInfoChanged();
 }
 
+void VORAComicHomePageView::updateComic(const QString &comicId)
+{
+    // A chapter bought in the reader: its state and the gate follow the site.
+    if (comicId.isEmpty() || comicId != m_comicId)
+        return;
+    qCInfo(lcCatalogue) << "comic" << m_comicId << "bought elsewhere: asking again";
+    beginRequestData();
+}
+
 // --- Reading ---
 
 const VORAChapterInfoDTO *VORAComicHomePageView::chapterWithId(const QString &chapterId) const
@@ -361,66 +368,6 @@ const VORAChapterInfoDTO *VORAComicHomePageView::chapterWithId(const QString &ch
     return found;
 }
 
-VORAComicHomePageView::Access VORAComicHomePageView::accessForChapter(const VORAChapterInfoDTO &chapter,
-                                                                        bool fromReadButton)
-{
-    if (chapter.is_view != 0)
-        return Access::Open;
-    const qint64 isVip = m_comicInfoDTO ? m_comicInfoDTO->is_vip : 0;
-    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    const VORAUser *user = global->user();
-    const bool fromAppStore = global->appStatus()->fromAppStore() == 1;
-
-    if (isVip == 3) {
-        if (!isChapterSealed(chapter.pass_time, now()))
-            return Access::Open;
-        if (!user->isLogin())
-            return Access::SignIn;
-        if (user->vipUser() == QLatin1String("1"))
-            return Access::Open;
-        if (fromReadButton) {
-            VORAUtility::requestAtlerMessage(
-                fromAppStore ? QStringLiteral("本章节是VIP章节，苹果支付功能正在研发中……")
-                             : QStringLiteral("本章节是VIP章节，VIP用户可以立即阅读。请前去网站充值，苹果支付功能正在研发中……"),
-                reminderTitle, nullptr);
-            return Access::Message;
-        }
-        if (fromAppStore)
-            return Access::Nothing;
-        VORAChapterPurchase::showSealAlert(this);
-        return Access::SealAlert;
-    }
-    if (isVip == 1 || isVip == 2) {
-        if (chapter.type != 2)
-            return Access::Open;
-        if (chapter.buyed == -1)
-            return Access::SignIn;
-        if (chapter.buyed != 0 || chapter.price == 0)
-            return Access::Open;
-        if (fromReadButton) {
-            VORAUtility::requestAtlerMessage(
-                fromAppStore ? QStringLiteral("本章节是付费章节，苹果支付功能正在研发中……")
-                             : QStringLiteral("：阅读本章节需要消费36quorin币，您当前的quorin币余额为0quorin币。请前去网站充值，苹果支付功能正在研发中……"),
-                reminderTitle, nullptr);
-            return Access::Message;
-        }
-        if (fromAppStore)
-            return Access::Nothing;
-        const qint64 coins = user->userCoin();
-        if (coins >= chapter.price) {
-            m_buyComicOrBuyVipType = 0;
-            if (!m_comicChapter_Array.contains(chapter.chapterId))
-                m_comicChapter_Array.append(chapter.chapterId);
-            VORAChapterPurchase::showCoinAlert(chapter.price, this);
-            return Access::CoinAlert;
-        }
-        m_buyComicOrBuyVipType = 2;
-        VORAChapterPurchase::showNotEnoughCoinsAlert(chapter.price, coins, this);
-        return Access::NotEnoughCoins;
-    }
-    return Access::Open;
-}
-
 void VORAComicHomePageView::readCurrentChapterAtRow(int row)
 {
     const VORAChapterView::Row *r = m_chapterView->rowAt(row);
@@ -430,16 +377,19 @@ void VORAComicHomePageView::readCurrentChapterAtRow(int row)
     readCurrentChapter(chapter);
 }
 
-VORAComicHomePageView::Access VORAComicHomePageView::readCurrentChapter(const VORAChapterInfoDTO &chapter)
+VORAReadGate::Outcome VORAComicHomePageView::readCurrentChapter(const VORAChapterInfoDTO &chapter)
 {
     m_cacheChapter = chapter;
     m_comicChapter_Array.clear();
-    const Access access = accessForChapter(chapter, false);
-    if (access == Access::Open)
+    VORAReadGate::Outcome outcome = VORAReadGate::Outcome::Readable;
+    const bool readable = VORAReadGate::apply(
+        chapter, m_comicInfoDTO.value_or(VORAComicInfoDTO()), now(), [this]() { emit signInRequested(); }, this,
+        &m_buyComicOrBuyVipType, &outcome);
+    if (readable)
         openReader(chapter.chapterId, kFirstPage);
-    else if (access == Access::SignIn)
-        sendToSignIn();
-    return access;
+    else if (outcome == VORAReadGate::Outcome::CoinAlert)
+        m_comicChapter_Array.append(chapter.chapterId);
+    return outcome;
 }
 
 void VORAComicHomePageView::readComicBtnClick()
@@ -460,13 +410,27 @@ void VORAComicHomePageView::readComicBtnClick()
     const VORAChapterInfoDTO target = *chapter;
     m_cacheChapter = target;
     m_comicChapter_Array.clear();
-    const Access access = accessForChapter(target, true);
-    if (access == Access::SignIn) {
+    switch (VORAReadGate::decide(target, *m_comicInfoDTO, now())) {
+    case VORAReadGate::Outcome::Readable:
+        break;
+    case VORAReadGate::Outcome::SignIn:
         sendToSignIn();
         return;
-    }
-    if (access != Access::Open)
+    default: {
+        // No purchase from this button: a message in place of the gate's dialog.
+        const bool fromAppStore = VORAAppGlobalData::shareAppGlobalData()->appStatus()->fromAppStore() == 1;
+        QString message;
+        if (m_comicInfoDTO->is_vip == 3) {
+            message = fromAppStore ? QStringLiteral("本章节是VIP章节，苹果支付功能正在研发中……")
+                                   : QStringLiteral("本章节是VIP章节，VIP用户可以立即阅读。请前去网站充值，苹果支付功能正在研发中……");
+        } else {
+            message = fromAppStore ? QStringLiteral("本章节是付费章节，苹果支付功能正在研发中……")
+                                   : QStringLiteral("：阅读本章节需要消费36quorin币，您当前的quorin币余额为0quorin币。请前去网站充值，苹果支付功能正在研发中……");
+        }
+        VORAUtility::requestAtlerMessage(message, reminderTitle, nullptr);
         return;
+    }
+    }
     openReader(target.chapterId, pageId);
     if (m_historyChapterId != target.chapterId) {
         // The button now offers to continue.
@@ -536,16 +500,16 @@ void VORAComicHomePageView::addBookShelfBtnClick()
 void VORAComicHomePageView::alertView(int tag, int buttonIndex)
 {
     switch (tag) {
-    case sealAlertTag:
+    case VORAChapterPurchase::sealAlertTag:
         if (buttonIndex == 1)
             emit topUpRequested(1); // become a member
         break;
-    case notEnoughCoinsTag:
-    case notEnoughForComicTag:
+    case VORAChapterPurchase::notEnoughCoinsTag:
+    case VORAChapterPurchase::notEnoughForComicTag:
         if (buttonIndex == 1)
             emit topUpRequested(2); // top up coins
         break;
-    case coinAlertTag:
+    case VORAChapterPurchase::coinAlertTag:
         if (buttonIndex == 1) {
             QStringList ids = m_comicChapter_Array;
             if (ids.isEmpty() && m_cacheChapter)
@@ -556,11 +520,11 @@ void VORAComicHomePageView::alertView(int tag, int buttonIndex)
                                                      VORAAppGlobalData::shareAppGlobalData()->user()->userCoin(), this);
         }
         break;
-    case buyComicAlertTag:
+    case VORAChapterPurchase::buyComicAlertTag:
         if (buttonIndex == 1 && m_comicInfoDTO)
             buyChapters(VORAChapterPurchase::unboughtPaidChapterIds(m_comicInfoDTO->chapterList), 0);
         break;
-    case boughtAlertTag:
+    case VORAChapterPurchase::boughtAlertTag:
         if (buttonIndex == 1 && !m_boughtChapterId.isEmpty())
             openReader(m_boughtChapterId, kFirstPage);
         break;
@@ -592,9 +556,7 @@ void VORAComicHomePageView::handleBuyAnswer(const NetError *error)
         return;
     }
 
-    NotificationCenter::defaultCenter().post(
-        QStringLiteral("BuySuccessPost"), this,
-        {{QStringLiteral("comicId"), m_comicId}, {QStringLiteral("chapters"), bought}});
+    VORAChapterPurchase::postBuySuccess(this, m_comicId, bought);
 
     // The coins the site took: the price of every chapter asked for.
     const qint64 cost = m_comicInfoDTO ? VORAChapterPurchase::costOf(m_comicInfoDTO->chapterList, bought) : 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/VORAReadGate.h"
 #include "net/VORAComicInfoDTO.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
 
@@ -21,8 +22,10 @@ Q_MOC_INCLUDE("catalogue/VORAChapterView.h")
 
 // The comic detail page (overlay tag 300000), reused by every list: the head
 // information, the chapter list with its marks and sort, start / continue
-// reading, the chapter access rule with its dialogs (tags 10000-10005), chapter
-// purchases and the bookshelf button.
+// reading, the read gate on a chapter tap with its dialogs (VORAChapterPurchase's
+// tags), chapter purchases and the bookshelf button. A purchase made elsewhere
+// (the reader's session or chapter panel) is announced by "BuySuccessPost": the
+// page asks the site again for its comic (updateComic).
 //
 // Reading is not shown here: a readable chapter ends in readRequested(comic,
 // chapter, page), which the reader connects to. Sending the user to sign in
@@ -52,17 +55,6 @@ public:
     static constexpr int viewTag = 300000;
     enum State { Waiting = 0, Shown = 1, Failed = 2 };
 
-    // Dialog tags.
-    static constexpr int sealAlertTag = 10000;        // VIP seal: "取消" / "成为VIP"
-    static constexpr int notEnoughCoinsTag = 10001;   // one chapter, too few coins
-    static constexpr int coinAlertTag = 10002;        // "取消" / "购买此章节" / "购买本书"
-    static constexpr int buyComicAlertTag = 10003;    // whole comic, enough coins
-    static constexpr int notEnoughForComicTag = 10004; // whole comic, too few coins
-    static constexpr int boughtAlertTag = 10005;      // "暂时等等" / "进去阅读"
-
-    // What the chapter access rule decided for one tap.
-    enum class Access { Open, SignIn, Nothing, SealAlert, CoinAlert, NotEnoughCoins, Message };
-
     explicit VORAComicHomePageView(QObject *parent = nullptr);
     ~VORAComicHomePageView() override;
 
@@ -85,8 +77,6 @@ public:
     QStringList comicChapterArray() const { return m_comicChapter_Array; }
 
     // --- Rules (pure) ---
-    // Sealed when d = now - passTime in whole seconds is -86399 .. 604799.
-    static bool isChapterSealed(const QDateTime &passTime, const QDateTime &now);
     // The cell mark by the comic's is_vip (see VORAChapterView).
     static QString markForChapter(qint64 isVip, const VORAChapterInfoDTO &chapter, const QDateTime &now);
     static QString serialText(qint32 serialStatus);
@@ -104,7 +94,7 @@ public:
     Q_INVOKABLE void readComicBtnClick();
     // A tap on a row of the chapter list (row in the list as shown).
     Q_INVOKABLE void readCurrentChapterAtRow(int row);
-    Access readCurrentChapter(const VORAChapterInfoDTO &chapter);
+    VORAReadGate::Outcome readCurrentChapter(const VORAChapterInfoDTO &chapter);
     Q_INVOKABLE void addBookShelfBtnClick();
     Q_INVOKABLE void comicHomePageToOrientation(bool landscape);
     // The close button: the list that opened the page hears removeComicHomePage.
@@ -113,6 +103,8 @@ public:
     Q_INVOKABLE void alertView(int tag, int buttonIndex);
 
     void requestDidFinishWithService(VORAHttpBaseWebService *service, const NetError *error) override;
+    // "BuySuccessPost" for this comic from another screen: the comic again.
+    void updateComic(const QString &comicId);
 
 signals:
     void comicIdChanged();
@@ -138,7 +130,6 @@ private:
     void applyComicInfo(const VORAComicInfoDTO &comic, bool fromServer);
     void refreshHeadInf();
     void setState(State state);
-    Access accessForChapter(const VORAChapterInfoDTO &chapter, bool fromReadButton);
     void sendToSignIn();
     void openReader(const QString &chapterId, const QString &pageId);
     void buyChapters(const QStringList &chapterIds, int buyType);

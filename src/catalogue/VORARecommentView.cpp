@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueLog.h"
 #include "catalogue/VORANetWorkNoLinking.h"
+#include "core/VORANotificationNames.h"
 #include "core/VORASystemConfig.h"
 #include "core/VORAUtility.h"
 #include "net/VORAGetRcommentService.h"
@@ -14,11 +15,6 @@
 const QString VORARecommentView::requestFailedText = QStringLiteral("请求服务器失败，网络信号不是太好哟~");
 const QString VORARecommentView::noNetworkText = QStringLiteral("网络死掉了，请揉捏客户端或刷新重试");
 
-namespace {
-const char invalidateTimerName[] = "RecommentInvalidateNSTimer";
-const char validateTimerName[] = "RecommentIsValueNSTimer";
-}
-
 VORARecommentView::VORARecommentView(QObject *parent)
     : QObject(parent)
     , m_service(new VORAGetRcommentService(this))
@@ -29,9 +25,9 @@ VORARecommentView::VORARecommentView(QObject *parent)
     // The sense of isStop is inverted on purpose: "invalidate" pauses the
     // banner by clearing it, "is valid" lets it run again by setting it.
     auto &center = NotificationCenter::defaultCenter();
-    center.addObserver(this, QString::fromLatin1(invalidateTimerName),
+    center.addObserver(this, QString::fromLatin1(VORANotificationNames::recommentInvalidateNSTimer),
                        [this](const Notification &) { setIsStop(false); });
-    center.addObserver(this, QString::fromLatin1(validateTimerName),
+    center.addObserver(this, QString::fromLatin1(VORANotificationNames::recommentIsValueNSTimer),
                        [this](const Notification &) { setIsStop(true); });
 
     createNSTimer();
@@ -322,10 +318,10 @@ void VORARecommentView::openSlideOrComic(const VORASlideComicDTO *slide, const V
 
 void VORARecommentView::slideTouchBegan()
 {
-    NotificationCenter::defaultCenter().post(QString::fromLatin1(invalidateTimerName));
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::recommentInvalidateNSTimer));
 }
 
 void VORARecommentView::slideTouchEnded()
 {
-    NotificationCenter::defaultCenter().post(QString::fromLatin1(validateTimerName));
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::recommentIsValueNSTimer));
 }

@@ -1,9 +1,12 @@
 #pragma once
 
-// Names of the application notifications posted through
-// NotificationCenter::defaultCenter() by more than one library, and of the
-// requests that C++ code sends to the app shell's overlay layer (alerts,
-// notices, loading views; see docs/app-home.md for their userInfo keys).
+#include "platform/Reachability.h"
+
+// Every name of the application notifications posted through
+// NotificationCenter::defaultCenter(), and of the requests that C++ code sends
+// to the app shell's overlay layer (alerts, notices, loading views; see
+// docs/app-home.md for their userInfo keys). Code posts and observes these
+// constants, never a literal of its own.
 namespace VORANotificationNames {
 inline constexpr char bookshelfLatestCountChange[] = "BookshelfLatestCountChangeNotification";
 inline constexpr char downloadCountChange[] = "DownloadCountChangeNotification";
@@ -12,9 +15,19 @@ inline constexpr char changeApplicationToOrientaion[] = "ChangeApplicationToOrie
 inline constexpr char applicationExit[] = "ApplicationExitNotification";
 inline constexpr char safariSuccess[] = "safariSuccess";
 inline constexpr char weiBoSignInSucess[] = "WeiBoSignInSucess";
-inline constexpr char networkReachabilityChanged[] = "kNetworkReachabilityChangedNotification";
+// Posted by the platform's reachability monitor, which names it.
+inline constexpr const char *networkReachabilityChanged = Reachability::changedNotification;
 // The reader's bars shown or hidden: the tucao menu follows ("KTuCaoViewBOOLValue": true hides it).
 inline constexpr char isHiddenTuCao[] = "KIsHiddenTuCao";
+// A long press on a tucao of one's own ("TuCaoView": the pressed view).
+inline constexpr char popUpTucaoEditView[] = "PopUpTucaoEditView";
+// A chapter purchase succeeded ("comicId", "chapters": the ids bought).
+inline constexpr char buySuccessPost[] = "BuySuccessPost";
+// A top-up of coins or membership succeeded.
+inline constexpr char buyVIPorCoinSuccess[] = "BuyVIPorCoinSuccess";
+// A touch began / ended on the feed's slide strip: its timer stops / restarts.
+inline constexpr char recommentInvalidateNSTimer[] = "RecommentInvalidateNSTimer";
+inline constexpr char recommentIsValueNSTimer[] = "RecommentIsValueNSTimer";
 
 // Requests to the app shell (no screen in the core).
 inline constexpr char uiNoticeRequest[] = "VORAUiNoticeRequest";

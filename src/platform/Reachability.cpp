@@ -147,7 +147,7 @@ void Reachability::run()
 void Reachability::announceChange()
 {
     NotificationCenter::defaultCenter().post(
-        QStringLiteral("kNetworkReachabilityChangedNotification"), this,
+        QString::fromLatin1(changedNotification), this,
         {{QStringLiteral("status"), m_status.load()}});
 }
 

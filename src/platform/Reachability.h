@@ -17,13 +17,16 @@ class QThread;
 // answers at once from the last known state). The first probe runs when the
 // monitor is created, on the creating thread, for at most firstProbeWait ms.
 //
-// On every change of state, "kNetworkReachabilityChangedNotification" is posted
-// on the main thread (sender = the monitor, userInfo "status" = the new status).
+// On every change of state, changedNotification is posted on the main thread
+// (sender = the monitor, userInfo "status" = the new status).
 class Reachability : public QObject
 {
     Q_OBJECT
 public:
     enum Status { NotReachable = 0, ReachableViaWiFi = 1, ReachableViaWWAN = 2 };
+
+    // The platform sits below the core: VORANotificationNames refers to this name.
+    static constexpr char changedNotification[] = "kNetworkReachabilityChangedNotification";
 
     static constexpr int probeInterval = 3000;
     static constexpr int probeTimeout = 1500;

@@ -2,6 +2,7 @@
 
 #include "catalogue/VORAChapterView.h"
 #include "catalogue/VORAComicHomePageView.h"
+#include "catalogue/VORAReadGate.h"
 
 VORAChapterListModel::VORAChapterListModel(QObject *parent)
     : QAbstractListModel(parent)
@@ -31,7 +32,7 @@ QVariant VORAChapterListModel::data(const QModelIndex &index, int role) const
     case MarkRole:
         return VORAComicHomePageView::markForChapter(m_isVip, *c, m_now);
     case SealedRole:
-        return m_isVip == 3 && VORAComicHomePageView::isChapterSealed(c->pass_time, m_now);
+        return m_isVip == 3 && VORAReadGate::isSealed(c->pass_time, m_now);
     case PriceRole:
         return c->price;
     case CurrentRole:

@@ -14,12 +14,6 @@
 
 #include <algorithm>
 
-namespace {
-const QString tipTitle = QStringLiteral("提示");
-const QString buyVipOrCoinSuccess = QStringLiteral("BuyVIPorCoinSuccess");
-const QString buySuccessPost = QStringLiteral("BuySuccessPost");
-} // namespace
-
 VORAChapterManager::VORAChapterManager(const QString &chapterId, const QString &comicId, QObject *parent)
     : VORAReaderSidePanel(parent)
     , m_model(new VORAChapterListModel(this))
@@ -37,7 +31,7 @@ VORAChapterManager::VORAChapterManager(const QString &chapterId, const QString &
                 jumpChapter();
         });
     });
-    center.addObserver(this, buyVipOrCoinSuccess, [this](const Notification &) {
+    center.addObserver(this, QString::fromLatin1(VORANotificationNames::buyVIPorCoinSuccess), [this](const Notification &) {
         QMetaObject::invokeMethod(this, [this]() {
             if (m_userRootViewShown)
                 cancleButtonSuccess();
@@ -117,7 +111,12 @@ VORAReadGate::Outcome VORAChapterManager::selectChapter(const VORAChapterInfoDTO
     const VORAReadGate::Outcome outcome = VORAReadGate::decide(chapter, comic, at);
     if (outcome == VORAReadGate::Outcome::SignIn)
         setUserViewShown(true); // the gate shows the sign-in view through the controller
-    if (VORAReadGate::apply(chapter, comic, at, m_readHomeController, this, &m_buyComicOrBuyVipType))
+    VORAReadHomeViewControllerHooks *controller = m_readHomeController;
+    const auto showSignIn = [controller]() {
+        if (controller)
+            controller->createUserView();
+    };
+    if (VORAReadGate::apply(chapter, comic, at, showSignIn, this, &m_buyComicOrBuyVipType))
         jumpChapter();
     return outcome;
 }
@@ -196,7 +195,7 @@ void VORAChapterManager::alertView(int tag, int buttonIndex)
         if (buttonIndex == 1)
             buyChapters(VORAChapterPurchase::unboughtPaidChapterIds(m_chapterList), 0);
         break;
-    case boughtAlertTag:
+    case VORAChapterPurchase::boughtAlertTag:
         if (buttonIndex == 1)
             jumpChapter();
         break;
@@ -231,15 +230,13 @@ void VORAChapterManager::parseData(const NetError *error)
         return;
     }
 
-    NotificationCenter::defaultCenter().post(buySuccessPost, this,
-                                             {{QStringLiteral("comicId"), m_comicId}, {QStringLiteral("chapters"), bought}});
+    VORAChapterPurchase::postBuySuccess(this, m_comicId, bought);
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     global->user()->setUserCoin(global->user()->userCoin() - VORAChapterPurchase::costOf(m_chapterList, bought));
     global->saveUser();
     markBought(bought);
 
-    VORAUtility::requestAlertMessage(QStringLiteral("章节购买成功"), tipTitle, boughtAlertTag, QStringLiteral("暂时等等"),
-                                     QStringLiteral("进去阅读"), this);
+    VORAChapterPurchase::showBoughtAlert(this);
     m_buyType = -1;
     emit purchaseFinished(true);
 }

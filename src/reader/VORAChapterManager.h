@@ -1,9 +1,9 @@
 #pragma once
 
+#include "catalogue/VORAReadGate.h"
 #include "net/VORAChapterInfoDTO.h"
 #include "net/VORAComicInfoDTO.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
-#include "reader/VORAReadGate.h"
 #include "reader/VORAReaderSidePanel.h"
 
 #include <QDateTime>
@@ -55,10 +55,6 @@ class VORAChapterManager : public VORAReaderSidePanel, public VORAHttpBaseWebSer
     Q_PROPERTY(bool userViewShown READ userViewShown NOTIFY userViewShownChanged)
     Q_PROPERTY(int rowHeight READ rowHeight CONSTANT)
 public:
-    // The purchase-succeeded dialog ("暂时等等" / "进去阅读"); the gate's and the
-    // purchase dialogs carry VORAChapterPurchase's tags.
-    static constexpr int boughtAlertTag = 10005;
-
     // initWithFrame: the chapter being read and the comic's id.
     VORAChapterManager(const QString &chapterId, const QString &comicId, QObject *parent = nullptr);
     ~VORAChapterManager() override;

@@ -1,6 +1,7 @@
 #include "reader/VORAReadComicManager.h"
 
 #include "catalogue/VORAChapterPurchase.h"
+#include "catalogue/VORAReadGate.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORAArchiveNames.h"
 #include "core/VORANotificationNames.h"
@@ -13,7 +14,6 @@
 #include "reader/ReaderLog.h"
 #include "reader/VORAPageDownloadManager.h"
 #include "reader/VORAReadComicManagerDelegate.h"
-#include "reader/VORAReadGate.h"
 #include "reader/VORAReadHomeViewControllerHooks.h"
 #include "store/VORADatabaseManager.h"
 #include "store/VORAPersistenceManager.h"
@@ -21,6 +21,17 @@
 #include <QCborMap>
 #include <QSet>
 #include <QThreadPool>
+
+namespace {
+// The gate's sign-in route: the reader screen shows the sign-in view.
+std::function<void()> signInRoute(VORAReadHomeViewControllerHooks *controller)
+{
+    return [controller]() {
+        if (controller)
+            controller->createUserView();
+    };
+}
+} // namespace
 
 VORAReadComicManager::VORAReadComicManager(const QString &comicId, const QString &chapterId, const QString &pageId,
                                            QObject *parent)
@@ -162,8 +173,8 @@ void VORAReadComicManager::comicInfoAnswered(const NetError *error)
             m_chapterId = chapter.chapterId;
         const VORAComicInfoDTO comic = *m_comicInfoDTO;
         VORAReadGate::Outcome outcome = VORAReadGate::Outcome::Readable;
-        if (!VORAReadGate::apply(chapter, comic, now(), m_readHomeViewController, this, &m_buyComicOrBuyVipType,
-                                 &outcome)) {
+        if (!VORAReadGate::apply(chapter, comic, now(), signInRoute(m_readHomeViewController), this,
+                                 &m_buyComicOrBuyVipType, &outcome)) {
             // The gate has shown its dialog or the sign-in view, or (from the
             // store) nothing at all: the reader stops waiting either way.
             m_waitingForSignIn = outcome == VORAReadGate::Outcome::SignIn;
@@ -206,7 +217,8 @@ void VORAReadComicManager::chapterInfoAnswered(const NetError *error)
 
 bool VORAReadComicManager::isReadOrNotRead(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic)
 {
-    return VORAReadGate::apply(chapter, comic, now(), m_readHomeViewController, this, &m_buyComicOrBuyVipType);
+    return VORAReadGate::apply(chapter, comic, now(), signInRoute(m_readHomeViewController), this,
+                               &m_buyComicOrBuyVipType);
 }
 
 // --- Prefetch set ---
@@ -333,7 +345,7 @@ void VORAReadComicManager::alertView(int tag, int buttonIndex)
 {
     VORAReadHomeViewControllerHooks *controller = m_readHomeViewController;
     switch (tag) {
-    case sealAlertTag:
+    case VORAChapterPurchase::sealAlertTag:
         if (buttonIndex == 1) {
             qCInfo(lcReader) << "弹出成为vip";
             if (controller) {
@@ -344,14 +356,14 @@ void VORAReadComicManager::alertView(int tag, int buttonIndex)
             controller->backCurrentChapterIndex();
         }
         break;
-    case notEnoughCoinsTag:
-    case notEnoughForComicTag:
+    case VORAChapterPurchase::notEnoughCoinsTag:
+    case VORAChapterPurchase::notEnoughForComicTag:
         if (buttonIndex == 1 && controller) {
             controller->createUserView();
             controller->pushPayVC(2);
         }
         break;
-    case coinAlertTag:
+    case VORAChapterPurchase::coinAlertTag:
         if (buttonIndex == 1) {
             m_buyType = 1;
             m_comicChapter_Array.append(m_chapterId);
@@ -363,14 +375,14 @@ void VORAReadComicManager::alertView(int tag, int buttonIndex)
                                                      VORAAppGlobalData::shareAppGlobalData()->user()->userCoin(), this);
         }
         break;
-    case buyComicAlertTag:
+    case VORAChapterPurchase::buyComicAlertTag:
         if (buttonIndex == 1) {
             m_buyType = 0;
             buyChapters(m_comicInfoDTO ? VORAChapterPurchase::unboughtPaidChapterIds(m_comicInfoDTO->chapterList)
                                        : QStringList());
         }
         break;
-    case boughtAlertTag:
+    case VORAChapterPurchase::boughtAlertTag:
         if (buttonIndex == 1 && controller)
             controller->skipeToChapterWithChapterId(m_chapterId);
         break;
@@ -389,9 +401,7 @@ void VORAReadComicManager::buyChapterAnswered(const NetError *error)
     if (VORAChapterPurchase::readBuyAnswer(*m_buyChapterService, error) != VORAChapterPurchase::Answer::Bought)
         return;
 
-    NotificationCenter::defaultCenter().post(
-        QStringLiteral("BuySuccessPost"), this,
-        {{QStringLiteral("comicId"), m_comicId}, {QStringLiteral("chapters"), bought}});
+    VORAChapterPurchase::postBuySuccess(this, m_comicId, bought);
 
     // The coins the site took: the price of every chapter asked for.
     subtractCoins(m_comicInfoDTO ? VORAChapterPurchase::costOf(m_comicInfoDTO->chapterList, bought) : 0);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "catalogue/VORAReadGate.h"
 #include "net/VORAComicInfoDTO.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
 #include "net/VORAPageInfoDTO.h"
-#include "reader/VORAReadGate.h"
 
 #include <QDateTime>
 #include <QList>
@@ -26,7 +26,7 @@ class VORAReadHomeViewControllerHooks;
 // One opened chapter of one comic: its comic information and page list (from
 // the site, or from a finished download's files), the chapter and page it
 // starts on ("kFirstPage", "kLastPage" or a page id), the read gate with its
-// dialogs (tags 10000-10005) and purchases, and the prefetch set of at most
+// dialogs (VORAChapterPurchase's tags) and purchases, and the prefetch set of at most
 // five page loaders. Moving to another chapter makes a new session.
 //
 // Main thread only; the page loaders run on threads of their own and report
@@ -38,14 +38,6 @@ public:
     static inline const QString kFirstPage = QStringLiteral("kFirstPage");
     static inline const QString kLastPage = QStringLiteral("kLastPage");
     static constexpr int maxPrefetch = 5;
-
-    // Dialog tags of the read gate and the purchases.
-    static constexpr int sealAlertTag = 10000;
-    static constexpr int notEnoughCoinsTag = 10001;
-    static constexpr int coinAlertTag = 10002;
-    static constexpr int buyComicAlertTag = 10003;
-    static constexpr int notEnoughForComicTag = 10004;
-    static constexpr int boughtAlertTag = 10005;
 
     // initWithComicId: chapterId may be empty (the first chapter is meant).
     VORAReadComicManager(const QString &comicId, const QString &chapterId, const QString &pageId,

@@ -1,5 +1,6 @@
 #include "reader/VORAReadHomePageViewController.h"
 
+#include "catalogue/VORAReadGate.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
 #include "core/VORAUserConfig.h"

@@ -8,7 +8,6 @@
 #include "reader/VORAComicViewManager.h"
 #include "reader/VORAReadComicManagerDelegate.h"
 #include "reader/VORAReadComicManager.h"
-#include "reader/VORAReadGate.h"
 #include "reader/VORAReadPageLog.h"
 #include "reader/VORAReaderPanels.h"
 #include "reader/VORAReaderTucaoEditing.h"

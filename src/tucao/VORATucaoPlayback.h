@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/VORANotificationNames.h"
 #include "net/VORATucao.h"
 
 #include <QAbstractListModel>
@@ -73,7 +74,7 @@ public:
     static inline const QString lastGroupText = QStringLiteral("已经是吐槽最后一页了");
     // Posted on a long press of one's own tucao; userInfo {"TuCaoView": the
     // view, "tucao": the tucao as a map (roles' names), "playback": this}.
-    static inline const QString popUpTucaoEditView = QStringLiteral("PopUpTucaoEditView");
+    static inline const QString popUpTucaoEditView = QString::fromLatin1(VORANotificationNames::popUpTucaoEditView);
 
     explicit VORATucaoPlayback(QObject *parent = nullptr);
     ~VORATucaoPlayback() override;

@@ -5,6 +5,8 @@
 // brightness panel; and the read-page log with its upload.
 
 #include "ReaderPanelsTestSupport.h"
+#include "catalogue/VORAChapterPurchase.h"
+#include "catalogue/VORAReadGate.h"
 #include "core/VORAUserConfig.h"
 #include "net/VORAUploadReadLogSerVice.h"
 #include "platform/UserDefaults.h"
@@ -365,9 +367,9 @@ void TestReaderPanelsRules::chapterRowTap()
     } else if (then == QLatin1String("answer0")) {
         panel.alertView(alertTag, 0);
     } else if (then == QLatin1String("bought")) {
-        panel.alertView(VORAChapterManager::boughtAlertTag, 0);
+        panel.alertView(VORAChapterPurchase::boughtAlertTag, 0);
         QVERIFY(hooks.calls.isEmpty());
-        panel.alertView(VORAChapterManager::boughtAlertTag, 1);
+        panel.alertView(VORAChapterPurchase::boughtAlertTag, 1);
     }
     QCOMPARE(hooks.calls, callsAfter);
     QCOMPARE(panel.isClosing(), callsAfter.contains(QStringLiteral("chapter:c2")));

@@ -6,6 +6,7 @@
 // and the position saved on leaving.
 
 #include "CatalogueTestSupport.h"
+#include "catalogue/VORAChapterPurchase.h"
 #include "core/VORAUserConfig.h"
 #include "reader/VORAComicViewManager.h"
 #include "reader/VORAPageImageCache.h"
@@ -810,7 +811,7 @@ void TestReaderScreenRules::aRefusedChapterLeavesTheOneOnScreen()
     reader.quickTurnPage(count - 1);
     reader.comicViewManager()->turnPage(1);
     QTRY_VERIFY_WITH_TIMEOUT(!alerts.alerts.isEmpty(), 15000);
-    QCOMPARE(alerts.lastTag(), VORAReadComicManager::coinAlertTag);
+    QCOMPARE(alerts.lastTag(), VORAChapterPurchase::coinAlertTag);
     QCOMPARE(alerts.last().value(QStringLiteral("delegate")).value<QObject *>(), reader.pendingReadComicManager());
     QVERIFY(!reader.isLoading());
     QCOMPARE(reader.chapterId(), chapters.at(2).chapterId);
@@ -819,7 +820,7 @@ void TestReaderScreenRules::aRefusedChapterLeavesTheOneOnScreen()
     QCOMPARE(reader.currentPageIndex(), 1);
     QCOMPARE(reader.readComicManager()->pageIndex(), 1);
     // The dialog refused: still the third chapter.
-    reader.pendingReadComicManager()->alertView(VORAReadComicManager::coinAlertTag, 0);
+    reader.pendingReadComicManager()->alertView(VORAChapterPurchase::coinAlertTag, 0);
     QCOMPARE(reader.chapterId(), chapters.at(2).chapterId);
     QCOMPARE(loaded.count(), 2);
 

@@ -6,6 +6,7 @@
 // sign-in notification and teardown.
 
 #include "ReaderSessionTestSupport.h"
+#include "catalogue/VORAChapterPurchase.h"
 #include "core/VORAArchiveNames.h"
 #include "core/VORAUtility.h"
 #include "reader/VORAPageDownloadManager.h"
@@ -308,7 +309,7 @@ void TestReadSession::gateRefusalEndsTheOpening()
         QCOMPARE(global->loadUser()->userViewJumpType(), 1);
         QCOMPARE(global->loadUser()->userViewJumpIsTopupType(), 2);
     } else {
-        QCOMPARE(alerts.lastTag(), int(VORAReadComicManager::coinAlertTag));
+        QCOMPARE(alerts.lastTag(), int(VORAChapterPurchase::coinAlertTag));
         QCOMPARE(alerts.last().value("delegate").value<QObject *>(), session.get());
         QCOMPARE(session->buyComicOrBuyVipType(), 0);
     }

@@ -1,22 +1,16 @@
-#include "reader/VORAReadGate.h"
+#include "catalogue/VORAReadGate.h"
 
+#include "catalogue/CatalogueLog.h"
 #include "catalogue/VORAChapterPurchase.h"
 #include "core/VORAAppGlobalData.h"
-#include "reader/ReaderLog.h"
-#include "reader/VORAReadHomeViewControllerHooks.h"
 
-namespace {
-// The seal of a VIP chapter has run out when 86399 - p + n, taken as an
-// unsigned 64-bit sum, exceeds 691198: more than 604799 s since pass_time. A
-// pass_time more than a day ahead wraps around and counts as run out too; the
-// site's own rule is the same, so this stays as it is.
-bool sealHasRunOut(const QDateTime &passTime, const QDateTime &now)
+bool VORAReadGate::isSealed(const QDateTime &passTime, const QDateTime &now)
 {
-    const quint64 p = quint64(passTime.isValid() ? passTime.toSecsSinceEpoch() : 0);
-    const quint64 n = quint64(now.toSecsSinceEpoch());
-    return quint64(86399) - p + n > quint64(691198);
+    if (!passTime.isValid() || !now.isValid())
+        return false;
+    const qint64 d = now.toSecsSinceEpoch() - passTime.toSecsSinceEpoch();
+    return d >= -86399 && d <= 604799;
 }
-} // namespace
 
 VORAReadGate::Outcome VORAReadGate::decide(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic,
                                            const QDateTime &now)
@@ -39,7 +33,7 @@ VORAReadGate::Outcome VORAReadGate::decide(const VORAChapterInfoDTO &chapter, co
         return user->userCoin() >= chapter.price ? Outcome::CoinAlert : Outcome::NotEnoughCoins;
     }
     if (comic.is_vip == 3) {
-        if (sealHasRunOut(chapter.pass_time, now))
+        if (!isSealed(chapter.pass_time, now))
             return Outcome::Readable;
         if (!user->isLogin())
             return Outcome::SignIn;
@@ -53,7 +47,7 @@ VORAReadGate::Outcome VORAReadGate::decide(const VORAChapterInfoDTO &chapter, co
 }
 
 bool VORAReadGate::apply(const VORAChapterInfoDTO &chapter, const VORAComicInfoDTO &comic, const QDateTime &now,
-                         VORAReadHomeViewControllerHooks *hooks, QObject *alertDelegate, int *buyComicOrBuyVipType,
+                         const std::function<void()> &showSignIn, QObject *alertDelegate, int *buyComicOrBuyVipType,
                          Outcome *decided)
 {
     const Outcome outcome = decide(chapter, comic, now);
@@ -64,15 +58,15 @@ bool VORAReadGate::apply(const VORAChapterInfoDTO &chapter, const VORAComicInfoD
     case Outcome::Readable:
         return true;
     case Outcome::SignIn: {
-        qCInfo(lcReader) << "chapter" << chapter.chapterId << "needs a signed-in user";
+        qCInfo(lcCatalogue) << "chapter" << chapter.chapterId << "needs a signed-in user";
         VORAUser *user = global->user();
         user->setUserViewJumpType(1);
         user->setUserViewJumpIsTopupType(2);
         global->saveUser();
         // The partner microblog kit is not part of this build, so there is no
         // microblog sign-in to prefer here.
-        if (hooks)
-            hooks->createUserView();
+        if (showSignIn)
+            showSignIn();
         return false;
     }
     case Outcome::Nothing:

@@ -6,13 +6,18 @@
 #include "StoreCoordinator.h"
 #include "VORAPersistenceManager.h"
 
+#include <QMutex>
 #include <QSet>
 
 namespace {
 
+QMutex clockMutex;
+std::function<QDateTime()> testClock;
+
 QDateTime now()
 {
-    return QDateTime::currentDateTimeUtc();
+    QMutexLocker locker(&clockMutex);
+    return testClock ? testClock() : QDateTime::currentDateTimeUtc();
 }
 
 void copyShelf(Bookshelf &record, const VORABookShelf &item)
@@ -105,6 +110,12 @@ const QList<StoreModel::Entity> &VORADatabaseManager::managedObjectModel()
 StoreCoordinator &VORADatabaseManager::persistentStoreCoordinator()
 {
     return StoreCoordinator::instance();
+}
+
+void VORADatabaseManager::setClockForTesting(std::function<QDateTime()> clock)
+{
+    QMutexLocker locker(&clockMutex);
+    testClock = std::move(clock);
 }
 
 // --- Reading position ---

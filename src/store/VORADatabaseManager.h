@@ -18,6 +18,7 @@
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -47,6 +48,9 @@ public:
     // The process-wide coordinator; lock()/unlock() around every run of
     // related download-bookkeeping calls.
     static StoreCoordinator &persistentStoreCoordinator();
+    // The time the store stamps records with (bookmarks, reading, queued
+    // downloads): the clock, unless a test sets one (an empty one restores it).
+    static void setClockForTesting(std::function<QDateTime()> clock);
 
     // --- Reading position ---
     ReadHistoryPtr getReadHistoryWithComic(const QString &comicId);

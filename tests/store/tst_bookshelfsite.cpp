@@ -1,5 +1,6 @@
 // The bookshelf manager against the reference site over HTTP: the daily update
 // check, its failures, the shelf synchronisation and the removal exchange.
+// (Whether a start runs the check is tst_appglobaldata's.)
 
 #include "TestHome.h"
 
@@ -56,7 +57,6 @@ private slots:
     void updateCheckMarksUpdatedComics();
     void failedCheckMovesNothing_data();
     void failedCheckMovesNothing();
-    void staleStatusStartsCheckOnCreation();
     void synchronisationMergesWithoutRemoving();
     void synchronisationFailures_data();
     void synchronisationFailures();
@@ -190,22 +190,6 @@ void TestBookshelfSite::failedCheckMovesNothing()
     QCOMPARE(m_global->appStatus()->bookshelfUpdateTime(), before);
     QCOMPARE(m_global->loadAppStatus()->bookshelfUpdateTime().toSecsSinceEpoch(), before.toSecsSinceEpoch());
     QCOMPARE(m_manager->getAllBookshelf(), shelf);
-}
-
-void TestBookshelfSite::staleStatusStartsCheckOnCreation()
-{
-    // Another start with a status older than a day: the new holder's manager checks.
-    m_global->appStatus()->setBookshelfUpdateTime(QDateTime::currentDateTimeUtc().addSecs(-86401));
-    m_global->saveAppStatus();
-    const int requests = m_site->requestCount("ios/pad/check_update.php");
-    auto second = std::make_unique<VORAAppGlobalData>();
-    auto *manager = qobject_cast<VORABookShelfManager *>(second->bookShelfManager());
-    QVERIFY(manager);
-    QCOMPARE(manager->getAllBookshelf().size(), m_manager->getAllBookshelf().size());
-    QTRY_COMPARE(m_site->requestCount("ios/pad/check_update.php"), requests + 1);
-    QTRY_VERIFY(!manager->isCheckingUpdates());
-    QTRY_VERIFY(second->loadAppStatus()->bookshelfUpdateTime() > QDateTime::currentDateTimeUtc().addSecs(-600));
-
 }
 
 void TestBookshelfSite::synchronisationMergesWithoutRemoving()

@@ -152,7 +152,6 @@ void TestReaderPanelsRules::bookmarkOrder()
         QCOMPARE(first.data(VORABookmarkListModel::InfoTextRole).toString(),
                  QStringLiteral("5302_第3话 %1_第") + QString::number(pageIndex + 1) + QStringLiteral("页"));
     }
-    QCOMPARE(VORABookmarkListModel::dateText(base), QStringLiteral("2024-03-05"));
     QCOMPARE(VORABookmarkListModel::dateText(QDateTime()), QString());
 }
 
@@ -177,10 +176,6 @@ void TestReaderPanelsRules::bookmarkDeletionByComic()
     panel = openBookmarkPanel();
     QVERIFY(panel);
     QCOMPARE(pageIdsOf(panel->mybookmarkList()), (QStringList{"b", "a-old"}));
-    {
-        VORADatabaseManager db;
-        QCOMPARE(pageIdsOf(VORABookmarkManager::getBookmarkList(db)), (QStringList{"b", "a-old"}));
-    }
 
     // The last bookmark of a comic goes the same way; then nothing is left.
     panel->deleteCurrentBookmarkAtRow(0);
@@ -206,11 +201,6 @@ void TestReaderPanelsRules::bookmarkRowTapClosesThePanel()
     QVERIFY(hooks.calls.isEmpty());
     panel->selectBookmarkAtRow(0);
     QCOMPARE(hooks.calls, QStringList{"bookmark:x2"});
-    const VORABookMarkDTO &chosen = hooks.bookmarks.first();
-    QCOMPARE(chosen.comicId, QStringLiteral("30002"));
-    QCOMPARE(chosen.chapterName, QStringLiteral("第9话"));
-    QCOMPARE(chosen.pageIndex, 8);
-    QCOMPARE(chosen.coverUrl, QStringLiteral("http://127.0.0.1:9/cover/30002.jpg"));
     QVERIFY(panel->isClosing());
     QVERIFY(!panel->mengbanEnabled());
     QCOMPARE(closing.count(), 1);

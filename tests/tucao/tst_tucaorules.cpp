@@ -83,9 +83,6 @@ void TestTucaoRules::groupSize()
     for (const auto &[image, group] : {std::pair{QSizeF(1000, 1500), 33}, {QSizeF(300, 400), 2}, {QSizeF(150, 300), 1},
                                        {QSizeF(150, 299), 0}, {QSizeF(10, 10), 0}, {QSizeF(), 0}}) {
         QCOMPARE(VORATucaoGeometry::tucaoNumPerPage(image), group);
-        VORATucaoPlayback playback;
-        playback.setImageSize(image);
-        QCOMPARE(playback.tucaoNumPerPage(), group);
     }
 }
 
@@ -216,7 +213,6 @@ void TestTucaoRules::playbackPlaces()
         expected[(i - 1) % 20] = QString::number(i);
     }
     QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), expected);
-    QCOMPARE(expected.mid(0, 6), QStringList({"1", "22", "23", "24", "25", "6"})); // places 1-4 replaced
     QCOMPARE(playback.count(), 21);
     QCOMPARE(playback.currentTucaoShowIndex(), 25);
 

@@ -52,6 +52,7 @@ class TestBookshelfSite : public QObject
 
 private slots:
     void initTestCase();
+    void init();
     void cleanup();
     void emptyShelfCheckStillMovesTheTime();
     void updateCheckMarksUpdatedComics();
@@ -96,6 +97,14 @@ void TestBookshelfSite::initTestCase()
     QVERIFY(m_global->user()->isLogin());
 }
 
+void TestBookshelfSite::init()
+{
+    // Every test starts from an empty local shelf and adds what it needs.
+    for (const VORABookShelf &e : m_manager->getAllBookshelf())
+        m_manager->deleteBookshelf(e);
+    QVERIFY(VORADatabaseManager().getAllBookshelf().isEmpty());
+}
+
 void TestBookshelfSite::cleanup()
 {
     m_site->faults().clear();
@@ -112,7 +121,6 @@ void TestBookshelfSite::waitForCheck(bool expectApplied)
 
 void TestBookshelfSite::emptyShelfCheckStillMovesTheTime()
 {
-    QVERIFY(m_manager->getAllBookshelf().isEmpty());
     const QDateTime before = QDateTime::currentDateTimeUtc().addDays(-3);
     m_global->appStatus()->setBookshelfUpdateTime(before);
     waitForCheck(true);
@@ -182,6 +190,7 @@ void TestBookshelfSite::failedCheckMovesNothing()
     else
         m_site->faults().setMalformed(path, "{\"data\": {\"comic_id\": \"10002\", \"name\": \"x\"}}");
 
+    m_manager->addBookshelfList({entry("10002", 1000)});
     const QDateTime before = QDateTime::currentDateTimeUtc().addDays(-5);
     m_global->appStatus()->setBookshelfUpdateTime(before);
     m_global->saveAppStatus();
@@ -194,8 +203,8 @@ void TestBookshelfSite::failedCheckMovesNothing()
 
 void TestBookshelfSite::synchronisationMergesWithoutRemoving()
 {
-    // The shelf holds 10001, 10002 and a comic the site does not know.
-    QCOMPARE(m_manager->getAllBookshelf().size(), 3);
+    // The shelf holds 10001, 10002 and a comic the site does not know; the site shelf is empty.
+    m_manager->addBookshelfList({entry("10001", 1000), entry("10002", 1000), entry("999999", 1000)});
     QSignalSpy finished(m_manager, &VORABookShelfManager::synchronizationFinished);
     m_manager->synchronizeBookshelfWithSite();
     QTRY_COMPARE(finished.count(), 1);
@@ -260,6 +269,7 @@ void TestBookshelfSite::synchronisationFailures()
         m_site->faults().setMalformed(path, "[1, 2, 3]");
     else
         m_site->faults().setStall(path);
+    m_manager->addBookshelfList({entry("10001", 1000)});
     const auto shelf = m_manager->getAllBookshelf();
     QSignalSpy finished(m_manager, &VORABookShelfManager::synchronizationFinished);
     m_manager->synchronizeBookshelfWithSite();
@@ -273,6 +283,9 @@ void TestBookshelfSite::synchronisationFailures()
 
 void TestBookshelfSite::deletionNotifiesOnlyForUpdatedEntries()
 {
+    VORABookShelf withUpdate = entry("10001", 1000);
+    withUpdate.isHasUpdate = true;
+    m_manager->addBookshelfList({entry("999999", 1000), withUpdate});
     int counted = 0;
     QObject observer;
     NotificationCenter::defaultCenter().addObserver(&observer, VORANotificationNames::bookshelfLatestCountChange,

@@ -1,7 +1,8 @@
 // The search screen against the reference site: the keyword cloud's layout
 // rules, the history rule (typed searches enter it, picks from the cloud or
 // the history do not), the result header counting the entries received, the
-// no-result row, failures and opening a result.
+// no-result row, failures and opening a result. The cloud's placement rules
+// are checked on the cloud alone; the screen only feeds it and turns it.
 
 #include "CatalogueTestSupport.h"
 #include "catalogue/VORACloudView.h"
@@ -72,7 +73,6 @@ private slots:
     void headerCountsEntriesReceived();
     void noResultRow();
     void failuresKeepWhatWasShown();
-    void openingAResult();
 
 private:
     std::unique_ptr<VORASearchView> makeView();
@@ -137,7 +137,7 @@ void TestSearchView::cloudLayout()
     QFETCH(bool, landscape);
     QFETCH(int, buttons);
     VORACloudView cloud;
-    for (quint32 seed = 1; seed <= 25; ++seed) {
+    for (quint32 seed = 1; seed <= 8; ++seed) {
         cloud.seed(seed);
         cloud.setLandscape(landscape);
         cloud.setTagList(makeTags(keywords));
@@ -168,16 +168,14 @@ void TestSearchView::cloudFromTheSiteAndRotation()
     QTRY_COMPARE_WITH_TIMEOUT(cloud.count(), 1, 10000);
     QCOMPARE(QUrlQuery(QString::fromUtf8(m_env.site->lastRequest(keywordsPath).query)).queryItemValue("num"), QStringLiteral("15"));
     QCOMPARE(view->cloudView()->tagList().size(), 15);
-    verifyCloud(*view->cloudView(), 10);
+    QCOMPARE(view->cloudView()->buttonList().size(), 10);
 
     QSignalSpy relaid(view->cloudView(), &VORACloudView::buttonsChanged);
     view->searchToOrientation(false);
     QCOMPARE(relaid.count(), 1);
     QCOMPARE(view->cloudView()->heightLimit(), 950);
-    verifyCloud(*view->cloudView(), 10);
     view->searchToOrientation(true);
     QCOMPARE(view->cloudView()->heightLimit(), 700);
-    verifyCloud(*view->cloudView(), 10);
 
     // An empty keyword answer leaves the cloud empty.
     m_env.site->faults().setMalformed(keywordsPath, R"({"data":[]})");
@@ -290,11 +288,15 @@ void TestSearchView::headerCountsEntriesReceived()
     QCOMPARE(first.data(VORAComicListModel::BadgeRole).toString(), QStringLiteral("dujia.png"));
     QCOMPARE(view->comicList()->index(1).data(VORAComicListModel::ComicNameRole).toString(), QString());
 
-    // A real search: the header counts the rows of the answer.
+    // A real search: the header counts the rows of the answer; a tap opens a result.
     m_env.site->faults().clear();
     QVERIFY(searchACloudKeywordWithHits(view.get()));
     QCOMPARE(view->headerText(),
              QStringLiteral("搜索“%1” 共计%2条查询结果").arg(view->fieldText()).arg(view->comicList()->count()));
+    QSignalSpy open(view.get(), &VORASearchView::openComicRequested);
+    view->openResult(0);
+    QCOMPARE(open.count(), 1);
+    QCOMPARE(open.first().first().toString(), view->comicList()->comicAt(0)->comicId);
 }
 
 void TestSearchView::noResultRow()
@@ -333,17 +335,6 @@ void TestSearchView::failuresKeepWhatWasShown()
     m_env.site->faults().setDropMidBody(keywordsPath);
     view->begainRequestData();
     QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 2, 10000);
-}
-
-void TestSearchView::openingAResult()
-{
-    auto view = makeView();
-    QVERIFY(view);
-    QSignalSpy open(view.get(), &VORASearchView::openComicRequested);
-    QVERIFY(searchACloudKeywordWithHits(view.get()));
-    view->openResult(0);
-    QCOMPARE(open.count(), 1);
-    QCOMPARE(open.first().first().toString(), view->comicList()->comicAt(0)->comicId);
 }
 
 QTEST_MAIN(TestSearchView)

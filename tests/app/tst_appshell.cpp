@@ -160,14 +160,12 @@ void TestAppShell::ratingPromptOnThe20thLaunchOnly()
     QFETCH(int, launch);
     VORAAppGlobalData::shareAppGlobalData()->appStatus()->setAppOpenCount(launch - 1);
     Launch app(false);
-    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->loadAppStatus()->appOpenCount(), launch);
     const QString question = QStringLiteral("你喜欢这个应用吗？");
     const bool prompted = app.layer->alertMessages().contains(question);
     QCOMPARE(prompted, launch == 20);
     if (!prompted)
         return;
     const QVariantMap alert = app.layer->alerts().at(app.layer->alertMessages().indexOf(question)).toMap();
-    QCOMPARE(app.delegate->alertType(), 1);
     QSignalSpy opened(app.delegate.get(), &VORAAppDelegate::openUrlRequested);
     app.layer->answerAlert(alert.value("alertId").toInt(), 0); // "like" opens the app's page
     QCOMPARE(opened.size(), 1);

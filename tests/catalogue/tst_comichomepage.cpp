@@ -406,10 +406,6 @@ void TestComicHomePage::bookshelfButton()
     const std::optional<VORABookShelf> entry = manager->getBookshelfWithComicId(QStringLiteral("10001"));
     QVERIFY(entry);
     QCOMPARE(entry->comicName, view->headInfo().value("name").toString());
-    {
-        VORADatabaseManager db;
-        QVERIFY(db.getBookshelfWithComicId(QStringLiteral("10001")));
-    }
     // A new page for the same comic finds it on the shelf.
     auto again = openComic(QStringLiteral("10001"));
     QVERIFY(again && again->inBookshelf());

@@ -66,6 +66,9 @@ VORAAppGlobalData::VORAAppGlobalData()
     else
         m_user = VORAUser();
 
+    m_user.reportKeyTo(&m_requestIdentity);
+    m_appStatus.reportDeviceIdTo(&m_requestIdentity);
+
     // 3. The bookshelf manager (lives in the store library).
     BookShelfManagerFactory factory;
     {

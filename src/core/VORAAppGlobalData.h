@@ -40,6 +40,9 @@ public:
     VORAUser *user() { return &m_user; }
     VORAAppStatus *appStatus() { return &m_appStatus; }
     QObject *bookShelfManager() const { return m_bookShelfManager; }
+    // The key and device id for requests, from any thread (a locked copy of
+    // user()->key() and appStatus()->deviceId(), updated on every change).
+    VORARequestIdentity::Snapshot requestIdentity() const { return m_requestIdentity.snapshot(); }
 
     // Files under VORAUtility::getUserDataDirectory(); "User.txt" is mode 0600.
     bool saveUser();
@@ -53,6 +56,7 @@ public:
     static bool isBookshelfSyncDue(const QDateTime &lastSync, const QDateTime &now);
 
 private:
+    VORARequestIdentity m_requestIdentity; // before the records that report to it
     VORAUser m_user;
     VORAAppStatus m_appStatus;
     QObject *m_bookShelfManager = nullptr;

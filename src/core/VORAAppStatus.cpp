@@ -34,8 +34,8 @@ QCborMap VORAAppStatus::encodeWithCoder() const
     coder.insert(kAppHelpBookshelfCount, m_appHelpBookshelfCount);
     if (m_bookshelfUpdateTime.isValid())
         coder.insert(kBookshelfUpdateTime, QCborValue(m_bookshelfUpdateTime.toUTC()));
-    if (!m_deviceId.isNull())
-        coder.insert(kDeviceId, m_deviceId);
+    if (!m_deviceId.get().isNull())
+        coder.insert(kDeviceId, m_deviceId.get());
     if (!m_backgroundString.isNull())
         coder.insert(kBackgroundString, m_backgroundString);
     coder.insert(kFromAppStroe, m_fromAppStore);
@@ -51,7 +51,9 @@ VORAAppStatus VORAAppStatus::initWithCoder(const QCborMap &coder)
     const QCborValue time = coder.value(kBookshelfUpdateTime);
     if (time.isDateTime())
         status.m_bookshelfUpdateTime = time.toDateTime();
-    readString(coder, kDeviceId, status.m_deviceId);
+    QString deviceId;
+    readString(coder, kDeviceId, deviceId);
+    status.m_deviceId.set(deviceId);
     readString(coder, kBackgroundString, status.m_backgroundString);
     readInteger(coder, kFromAppStroe, status.m_fromAppStore);
     status.m_autoUpdate = 0; // set anew by the version check on every launch

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/VORARequestIdentity.h"
+
 #include <QCborMap>
 #include <QDateTime>
 #include <QString>
@@ -20,8 +22,10 @@ public:
     void setAppHelpBookshelfCount(qint64 v) { m_appHelpBookshelfCount = v; }
     QDateTime bookshelfUpdateTime() const { return m_bookshelfUpdateTime; }
     void setBookshelfUpdateTime(const QDateTime &v) { m_bookshelfUpdateTime = v; }
-    QString deviceId() const { return m_deviceId; }
-    void setDeviceId(const QString &v) { m_deviceId = v; }
+    QString deviceId() const { return m_deviceId.get(); }
+    void setDeviceId(const QString &v) { m_deviceId.set(v); }
+    // From now on every change of the device id is reported to identity.
+    void reportDeviceIdTo(VORARequestIdentity *identity) { m_deviceId.reportTo(identity); }
     QString backgroundString() const { return m_backgroundString; }
     void setBackgroundString(const QString &v) { m_backgroundString = v; }
     qint64 fromAppStore() const { return m_fromAppStore; }
@@ -38,7 +42,7 @@ private:
     qint64 m_appHelpFirstPageCount = 0;
     qint64 m_appHelpBookshelfCount = 0;
     QDateTime m_bookshelfUpdateTime;
-    QString m_deviceId;
+    VORAIdentityField<QString, &VORARequestIdentity::setDeviceId> m_deviceId;
     QString m_backgroundString;
     qint64 m_fromAppStore = 0;
     qint64 m_autoUpdate = 0;

@@ -55,7 +55,7 @@ void VORAUser::logonOut()
         defaults.remove(QStringLiteral("QQLoginData"));
     // Null strings: "no value", as for a user that never signed in.
     m_nickName = QString();
-    m_key.reset();
+    m_key.set(std::nullopt);
     m_faceImage = QString();
     m_vipUser = QString();
     m_userName = QString();
@@ -66,8 +66,8 @@ QCborMap VORAUser::encodeWithCoder() const
 {
     QCborMap coder;
     writeString(coder, kNickName, m_nickName);
-    if (m_key)
-        coder.insert(kKey, *m_key);
+    if (const std::optional<QString> key = m_key.get())
+        coder.insert(kKey, *key);
     coder.insert(kUserType, m_userType);
     writeString(coder, kFaceImage, m_faceImage);
     writeString(coder, kVipUser, m_vipUser);
@@ -88,7 +88,7 @@ VORAUser VORAUser::initWithCoder(const QCborMap &coder)
     readString(coder, kNickName, user.m_nickName);
     const QCborValue key = coder.value(kKey);
     if (key.isString())
-        user.m_key = key.toString();
+        user.m_key.set(key.toString());
     readRange(coder, kUserType, 1, 3, user.m_userType);
     readString(coder, kFaceImage, user.m_faceImage);
     readString(coder, kVipUser, user.m_vipUser);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/VORARequestIdentity.h"
+
 #include <QCborMap>
 #include <QString>
 
@@ -14,8 +16,8 @@ class VORAUser
 public:
     QString nickName() const { return m_nickName; }
     void setNickName(const QString &v) { m_nickName = v; }
-    std::optional<QString> key() const { return m_key; }
-    void setKey(const std::optional<QString> &v) { m_key = v; }
+    std::optional<QString> key() const { return m_key.get(); }
+    void setKey(const std::optional<QString> &v) { m_key.set(v); }
     int userType() const { return m_userType; }
     void setUserType(int v) { m_userType = v; }
     QString faceImage() const { return m_faceImage; }
@@ -39,7 +41,11 @@ public:
     int userViewJumpIsTopupType() const { return m_userViewJumpIsTopupType; }
     void setUserViewJumpIsTopupType(int v) { m_userViewJumpIsTopupType = v; }
 
-    bool isLogin() const { return m_key.has_value(); }
+    bool isLogin() const { return m_key.get().has_value(); }
+
+    // From now on every change of the key is reported to identity (the user the
+    // app holds does this; copies never report).
+    void reportKeyTo(VORARequestIdentity *identity) { m_key.reportTo(identity); }
 
     // Signs out: removes "QQLoginData" from the user defaults, clears nickName,
     // key, faceImage, vipUser and userName and sets userType 1. userId, level,
@@ -53,7 +59,7 @@ public:
 
 private:
     QString m_nickName;
-    std::optional<QString> m_key;
+    VORAIdentityField<std::optional<QString>, &VORARequestIdentity::setKey> m_key;
     int m_userType = 1;
     QString m_faceImage;
     QString m_vipUser;

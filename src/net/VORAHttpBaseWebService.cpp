@@ -69,11 +69,13 @@ int VORAHttpBaseWebService::getRequestMethod() const
 QString VORAHttpBaseWebService::getRequestUrl() const
 {
     QString url = baseUrl() + path() + QLatin1Char('?');
-    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    if (global->user()->isLogin())
-        url += QLatin1String("key=") + global->user()->key().value_or(QString()) + QLatin1Char('&');
+    // A locked copy: page loaders and the shelf check build requests on worker
+    // threads while the main thread signs in and out.
+    const VORARequestIdentity::Snapshot identity = VORAAppGlobalData::shareAppGlobalData()->requestIdentity();
+    if (identity.key)
+        url += QLatin1String("key=") + *identity.key + QLatin1Char('&');
     url += QLatin1String("version=") + VORASystemConfig::getWebServiceVersion() + QLatin1Char('&');
-    url += QLatin1String("android_id=") + global->appStatus()->deviceId() + QLatin1Char('&');
+    url += QLatin1String("android_id=") + identity.deviceId + QLatin1Char('&');
     url += QLatin1String("time=") + QString::number(timestamp()) + QLatin1Char('&');
     if (getRequestMethod() == 0) {
         const Parameters params = parameter();

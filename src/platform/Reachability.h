@@ -7,15 +7,19 @@
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 
 class QThread;
 
 // Reachability of one host:port, kept current in the background.
 //
-// A worker thread probes with a TCP connect every probeInterval ms, and sooner
-// when someone asks (currentReachabilityStatus() requests a fresh probe but
-// answers at once from the last known state). The first probe runs when the
-// monitor is created, on the creating thread, for at most firstProbeWait ms.
+// Nobody who asks ever waits. currentReachabilityStatus() first tries a connect
+// that does not wait, which settles what the kernel knows at once (a loopback
+// port that is open or closed); otherwise it answers from the last known state
+// and asks the worker thread for a fresh probe. The worker probes with a TCP
+// connect at once, then every probeInterval ms and when asked. A host that
+// needs a lookup or a remote handshake counts as not reachable until the
+// worker's first probe says otherwise.
 //
 // On every change of state, changedNotification is posted on the main thread
 // (sender = the monitor, userInfo "status" = the new status).
@@ -30,7 +34,6 @@ public:
 
     static constexpr int probeInterval = 3000;
     static constexpr int probeTimeout = 1500;
-    static constexpr int firstProbeWait = 300;
     static constexpr int minProbeGap = 250;
 
     // One cached monitor per host:port, never destroyed before the application.
@@ -49,6 +52,9 @@ private:
     Reachability(const QString &host, quint16 port);
     void run();
     bool probe(int timeout) const;
+    // A connect that does not wait: true or false when the answer is known at
+    // once, nullopt when it would take a wait (a lookup, a remote handshake).
+    std::optional<bool> probeWithoutWaiting() const;
     void record(bool reachable);
     void stop();
     void announceChange();
@@ -57,7 +63,6 @@ private:
     const QString m_host;
     const quint16 m_port;
     std::atomic_int m_status{NotReachable};
-    std::atomic_bool m_probed{false};
 
     mutable std::mutex m_wakeMutex;
     mutable std::condition_variable m_wake;

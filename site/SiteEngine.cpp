@@ -16,10 +16,24 @@
 #include "SiteRouter.h"
 #include "SiteTucaoApi.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+
+namespace {
+
+QJsonObject requestCounts(const QHash<QString, int> &counts)
+{
+    QJsonObject object;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+        object.insert(it.key(), it.value());
+    return object;
+}
+
+} // namespace
 
 SiteEngine::SiteEngine(const QuorinSiteOptions &options, QuorinSiteFaults *faults, SiteRequestLog *log)
     : m_options(options), m_faults(faults), m_log(log)
@@ -28,10 +42,8 @@ SiteEngine::SiteEngine(const QuorinSiteOptions &options, QuorinSiteFaults *fault
 
 SiteEngine::~SiteEngine()
 {
-    delete m_http;
-    m_http = nullptr;
-    delete m_images;
-    m_images = nullptr;
+    m_http.reset();
+    m_images.reset();
     m_context.reset();
     m_db.reset(); // closes the database before a temporary data directory goes
 }
@@ -85,8 +97,16 @@ bool SiteEngine::start()
     m_community->registerRoutes(*m_router);
     m_payment = std::make_unique<SitePaymentApi>(*m_context);
     m_payment->registerRoutes(*m_router);
-    m_images = new SiteImageStore(*m_catalogue, QDir(dir).filePath(QStringLiteral("cache-s%1").arg(shape)), this);
-    m_http = new SiteHttpServer(m_faults, m_options.logRequests, this);
+    // Who this site is: an app that embeds the site reuses one already on its port
+    // only when it serves the app's own data directory.
+    const QString dataDir = QFileInfo(dir).canonicalFilePath();
+    m_router->add(identityPath, [this, dataDir](const SiteHttpRequest &) {
+        return SiteHttpResponse::json({{QStringLiteral("dataDir"), dataDir},
+                                       {QStringLiteral("pid"), QCoreApplication::applicationPid()},
+                                       {QStringLiteral("requests"), requestCounts(m_log->counts())}});
+    });
+    m_images = std::make_unique<SiteImageStore>(*m_catalogue, QDir(dir).filePath(QStringLiteral("cache-s%1").arg(shape)));
+    m_http = std::make_unique<SiteHttpServer>(m_faults, m_options.logRequests);
     m_http->setRecorder([this](const SiteHttpRequest &r) { m_log->record(r); });
     m_http->setHandler([this](const SiteHttpRequest &r, const SiteHttpServer::Responder &respond) { handle(r, respond); });
     return true;

@@ -34,6 +34,9 @@ public:
     SiteEngine(const QuorinSiteOptions &options, QuorinSiteFaults *faults, SiteRequestLog *log);
     ~SiteEngine() override;
 
+    // "dataDir" (canonical), "pid" and "requests" (the count per path so far).
+    static inline const QString identityPath = QStringLiteral("site/identity");
+
     bool start();
     quint16 listen(const QHostAddress &address, quint16 port);
 
@@ -55,6 +58,7 @@ private:
     std::unique_ptr<SiteTucaoApi> m_tucao;
     std::unique_ptr<SiteCommunityApi> m_community;
     std::unique_ptr<SitePaymentApi> m_payment;
-    SiteImageStore *m_images = nullptr;
-    SiteHttpServer *m_http = nullptr;
+    // Created on the server thread by start(); destroyed before the database.
+    std::unique_ptr<SiteImageStore> m_images;
+    std::unique_ptr<SiteHttpServer> m_http;
 };

@@ -36,3 +36,9 @@ int SiteRequestLog::count(const QString &path) const
     QMutexLocker lock(&m_mutex);
     return m_count.value(normalised(path));
 }
+
+QHash<QString, int> SiteRequestLog::counts() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_count;
+}

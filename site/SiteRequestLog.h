@@ -13,6 +13,7 @@ public:
     void record(const SiteHttpRequest &request);
     QuorinSiteRequestRecord last(const QString &path) const;
     int count(const QString &path) const;
+    QHash<QString, int> counts() const; // per path
 
 private:
     mutable QMutex m_mutex;

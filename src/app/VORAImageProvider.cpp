@@ -3,6 +3,7 @@
 #include "VORAImageResponse.h"
 #include "core/VORAUtility.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 
@@ -13,6 +14,15 @@ QAtomicInt g_pending;
 VORAImageProvider::VORAImageProvider()
 {
     m_pool.setMaxThreadCount(maxThreads);
+    // The engine may hand this provider to Qt's pixmap reader, which lives until
+    // exit(): jobs still writing images then would race the unloading of the
+    // image plugins. Let them end when the event loop does.
+    if (QCoreApplication *app = QCoreApplication::instance()) {
+        QObject::connect(app, &QCoreApplication::aboutToQuit, this, [this] {
+            m_pool.clear();
+            m_pool.waitForDone();
+        });
+    }
 }
 
 VORAImageProvider::~VORAImageProvider()

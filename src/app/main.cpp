@@ -1,9 +1,10 @@
 // quorin: the tablet comic reader in a window.
 //
-//   quorin [--screenshot FILE] [--size WxH] [quorin://…]
+//   quorin [--screenshot FILE | --no-screenshot] [--size WxH] [quorin://…]
 //
 // Without a display (QT_QPA_PLATFORM=offscreen) it saves a screenshot of the
-// feed, prints its path and quits.
+// feed, prints its path and quits, unless told --no-screenshot.
+// SIGTERM and SIGINT quit the event loop: the normal teardown stops the site.
 
 #include "AppLog.h"
 #include "VORAAppDelegate.h"
@@ -12,7 +13,10 @@
 #include "VORAInstanceChannel.h"
 #include "VORAOverlayLayer.h"
 #include "VORARootViewController.h"
+#include "catalogue/VORARecommentView.h"
 #include "core/VORASystemConfig.h"
+#include "core/VORAUtility.h"
+#include "platform/TerminationSignals.h"
 
 #include <QCommandLineParser>
 #include <QDesktopServices>
@@ -30,6 +34,8 @@ int main(int argc, char *argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QGuiApplication app(argc, argv);
+    TerminationSignals terminationSignals;
+    QObject::connect(&terminationSignals, &TerminationSignals::received, &app, &QCoreApplication::quit);
     QGuiApplication::setApplicationName(VORASystemConfig::bundleName());
     QGuiApplication::setApplicationDisplayName(VORASystemConfig::displayName());
     QGuiApplication::setApplicationVersion(VORASystemConfig::appVersion());
@@ -43,7 +49,10 @@ int main(int argc, char *argv[])
                                               QStringLiteral("file"));
     const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("Window size, e.g. 768x1024."),
                                         QStringLiteral("WxH"), QStringLiteral("1024x768"));
+    const QCommandLineOption noScreenshotOption(QStringLiteral("no-screenshot"),
+                                                QStringLiteral("Offscreen too: keep running, take no screenshot."));
     parser.addOption(screenshotOption);
+    parser.addOption(noScreenshotOption);
     parser.addOption(sizeOption);
     parser.addPositionalArgument(QStringLiteral("url"), QStringLiteral("quorin:// addresses to open."));
     parser.process(app);
@@ -51,7 +60,7 @@ int main(int argc, char *argv[])
     const QStringList urls = parser.positionalArguments();
     const bool offscreen = QGuiApplication::platformName() == QLatin1String("offscreen");
     QString screenshot = parser.value(screenshotOption);
-    if (screenshot.isEmpty() && offscreen)
+    if (screenshot.isEmpty() && offscreen && !parser.isSet(noScreenshotOption))
         screenshot = QDir::temp().filePath(QStringLiteral("quorin-feed.png"));
 
     // A second start hands its URLs to the running app (screenshot runs stay alone).
@@ -89,6 +98,15 @@ int main(int argc, char *argv[])
     }
 
     VORAEmbeddedSite site;
+    // Messages about the demo site are its own, not the network's.
+    QObject::connect(&site, &VORAEmbeddedSite::failed, &app, [](const QString &message) {
+        VORAUtility::requestAtlerMessage(message, QStringLiteral("温馨提醒"), nullptr);
+    }, Qt::QueuedConnection);
+    // The site is back after an exit: the feed loads again.
+    QObject::connect(&site, &VORAEmbeddedSite::restarted, &app, [&delegate] {
+        if (VORARecommentView *feed = delegate.rootViewController()->recommentView())
+            feed->begainRequestData();
+    });
     auto launch = [&](bool) {
         delegate.didFinishLaunching();
         for (const QString &url : urls)

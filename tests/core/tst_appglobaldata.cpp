@@ -17,14 +17,9 @@
 #include <QPointer>
 #include <QTcpServer>
 #include <QTest>
-#include <QThread>
-
-#include <atomic>
-#include <vector>
 
 #include <memory>
 #include <sys/stat.h>
-#include <unistd.h>
 
 // Stands in for the store's bookshelf manager, which lives in a higher library.
 class BookshelfManagerDouble : public QObject
@@ -43,7 +38,6 @@ private slots:
     void init();
     void cleanup();
 
-    void concurrentFirstCallsMakeOneHolder(); // must run before anything takes the holder
     void firstStartThenSecondStart();
     void statusWrittenByAnEarlierRun();
     void damagedArchivesLoadAsDefaults_data();
@@ -101,29 +95,6 @@ void tst_AppGlobalData::cleanup()
     VORAAppGlobalData::setBookShelfManagerFactory({});
     qunsetenv("QUORIN_API_BASE");
     m_home.reset();
-}
-
-void tst_AppGlobalData::concurrentFirstCallsMakeOneHolder()
-{
-    QAtomicInt made;
-    VORAAppGlobalData::setBookShelfManagerFactory([&made](VORAAppGlobalData *) {
-        made.fetchAndAddOrdered(1);
-        QThread::msleep(50); // widen the window in which a second creation could start
-        return new QObject;
-    });
-    std::atomic<VORAAppGlobalData *> results[4] = {};
-    std::vector<std::unique_ptr<QThread>> threads;
-    for (auto &result : results)
-        threads.emplace_back(QThread::create([&result] { result = VORAAppGlobalData::shareAppGlobalData(); }));
-    for (auto &t : threads)
-        t->start();
-    for (auto &t : threads)
-        QVERIFY(t->wait(30000));
-    QCOMPARE(made.loadRelaxed(), 1);
-    QVERIFY(results[0].load() != nullptr);
-    for (auto &result : results)
-        QCOMPARE(result.load(), results[0].load());
-    QCOMPARE(VORAAppGlobalData::shareAppGlobalData(), results[0].load());
 }
 
 void tst_AppGlobalData::firstStartThenSecondStart()
@@ -257,24 +228,6 @@ void tst_AppGlobalData::unwritableUserData()
         QCOMPARE(again.appStatus()->appOpenCount(), 0);
         QCOMPARE(again.appStatus()->fromAppStore(), 1);
     }
-
-    // An unreadable status file loads as defaults (failed writes: see tst_keyedarchive).
-    QVERIFY(QFile::remove(QDir::cleanPath(VORAUtility::getUserDataDirectory())));
-    VORAUtility::createUserDataDirectory();
-    {
-        VORAAppGlobalData global;
-        global.appStatus()->setAppOpenCount(3);
-        QVERIFY(global.saveAppStatus());
-    }
-    if (::geteuid() == 0)
-        QSKIP("running as root: file permissions do not stop reads");
-    const QString file = userDataFile(VORAArchiveNames::appStatusFile);
-    QVERIFY(QFile::setPermissions(file, QFileDevice::Permissions()));
-    VORAAppGlobalData unreadable;
-    QFile::setPermissions(file, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    QCOMPARE(unreadable.appStatus()->appOpenCount(), 0);
-    VORAAppGlobalData readable;
-    QCOMPARE(readable.appStatus()->appOpenCount(), 3);
 }
 
 void tst_AppGlobalData::userFileIsOwnerOnly()

@@ -65,7 +65,6 @@ private slots:
     {
         m_site->faults().clear();
         VORAAppGlobalData::shareAppGlobalData()->user()->setKey(std::nullopt);
-        ASIHTTPRequest::setDefaultTimeOutSeconds(15);
     }
     void cleanupTestCase() { m_site.reset(); }
 
@@ -78,7 +77,6 @@ private slots:
     void cancelReportsOnceWithCode4();
     void cancelRequestAndDestructionReportNothing();
     void delegateMayRestartOrDestroyTheService();
-    void stalledServiceFailsWithTimeOut();
     void refusalIsNotAnError();
     void malformedAnswers_data();
     void malformedAnswers();
@@ -298,25 +296,6 @@ void TestWebService::delegateMayRestartOrDestroyTheService()
     QTRY_COMPARE_WITH_TIMEOUT(runs, 2, 15000);
     QCoreApplication::processEvents();
     QCOMPARE(recorder.calls, 2);
-}
-
-void TestWebService::stalledServiceFailsWithTimeOut()
-{
-    const QString path = QStringLiteral("ios/pad/comic_127.php");
-    m_site->faults().setStall(path);
-    ASIHTTPRequest::setDefaultTimeOutSeconds(1);
-    const int before = m_site->site->requestCount(path);
-    VORAGetComicBasicInfoService comic;
-    comic.comicId = QStringLiteral("1");
-    ServiceRecorder recorder;
-    QVERIFY(runAsync(comic, recorder));
-    QVERIFY(recorder.lastError);
-    QCOMPARE(recorder.lastError->code, 2);
-    QVERIFY(!comic.data);
-    VORAGetCloudTagService control;
-    ServiceRecorder controlRecorder;
-    QVERIFY(runAsync(control, controlRecorder));
-    QCOMPARE(m_site->site->requestCount(path), before + 1);
 }
 
 void TestWebService::refusalIsNotAnError()

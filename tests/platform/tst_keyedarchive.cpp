@@ -9,7 +9,6 @@
 #include <QFileInfo>
 #include <QTest>
 
-#include <unistd.h>
 
 class tst_KeyedArchive : public QObject
 {
@@ -18,7 +17,7 @@ private slots:
     void roundTrip();
     void damagedFilesLoadAsUndefined_data();
     void damagedFilesLoadAsUndefined();
-    void failedWriteKeepsTheOldFile();
+    void impossibleWritesFail();
 
 private:
     static void writeRaw(const QString &path, const QByteArray &bytes)
@@ -92,7 +91,7 @@ void tst_KeyedArchive::damagedFilesLoadAsUndefined()
     QVERIFY(KeyedArchive::load(path, "User").isUndefined());
 }
 
-void tst_KeyedArchive::failedWriteKeepsTheOldFile()
+void tst_KeyedArchive::impossibleWritesFail()
 {
     TestHome home;
     // A regular file where the parent directory should be: no write possible,
@@ -103,18 +102,6 @@ void tst_KeyedArchive::failedWriteKeepsTheOldFile()
     // A directory in place of the file itself.
     QVERIFY(QDir().mkpath(home.filePath("User.txt")));
     QVERIFY(!KeyedArchive::save(home.filePath("User.txt"), "User", QCborValue(1)));
-
-    // An unwritable directory keeps what it held.
-    const QString dir = home.filePath("ro");
-    QVERIFY(QDir().mkpath(dir));
-    QVERIFY(KeyedArchive::save(dir + "/AppStatus.txt", "AppStatus", QCborValue(1)));
-    if (::geteuid() == 0)
-        QSKIP("running as root: directory permissions do not stop writes");
-    QVERIFY(QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::ExeOwner));
-    const bool saved = KeyedArchive::save(dir + "/AppStatus.txt", "AppStatus", QCborValue(2));
-    QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    QVERIFY(!saved);
-    QCOMPARE(KeyedArchive::load(dir + "/AppStatus.txt", "AppStatus").toInteger(), 1);
 }
 
 QTEST_GUILESS_MAIN(tst_KeyedArchive)

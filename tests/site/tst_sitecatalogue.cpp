@@ -33,7 +33,6 @@ private slots:
     void everyComicAndItsChapters();
     void readableChaptersListTheirPages();
     void tucaoPagesByIdBothWays();
-    void paymentOrderServices();
     void imagesDecodeAtTheAnnouncedSize();
     void sameSeedSameCatalogue();
 
@@ -302,19 +301,6 @@ void TestSiteCatalogue::tucaoPagesByIdBothWays()
     QCOMPARE(backList.size(), 10);
     QCOMPARE(backList.last().toObject().value("tucao_id").toString().toLongLong(),
              list.at(198).toObject().value("tucao_id").toString().toLongLong());
-}
-
-void TestSiteCatalogue::paymentOrderServices()
-{
-    SiteTestClient client(m_site->baseUrl());
-    QVERIFY(!client.signIn("rich", "rich123").isEmpty());
-    const auto order = client.post(QStringLiteral("api/index.php"), {{"product", "coin"}, {"product_num", "300"}, {"total_money", "3"}, {"way", "alipay"}, {"contact", "a@b.c"}});
-    QCOMPARE(order.json.value("code").toInt(), 1);
-    QVERIFY_SHAPE(order.json, "order_id:s pay_url:u state:i", m_base);
-    const auto price = client.get(QStringLiteral("pay/ajax.php"), {{"mod", "vip"}, {"act", "price"}});
-    QCOMPARE(price.json.value("code").toInt(), 1);
-    const auto partner = client.post(QStringLiteral("harrowpay/vip_member_coin_req.php"), {{"product_id", "2"}, {"total_money", "15"}, {"product_num", "1"}, {"way", "harrow"}});
-    QCOMPARE(partner.json.value("code").toInt(), 1);
 }
 
 void TestSiteCatalogue::imagesDecodeAtTheAnnouncedSize()

@@ -1,6 +1,5 @@
-// The quorin-site executable as the demo run starts it: it answers every path of
-// the catalogue, logs one line per request, applies the fault options, and
-// refuses bad command lines.
+// The quorin-site executable as the demo run starts it: it answers, logs one
+// line per request, applies the fault options, and refuses bad command lines.
 #include "SiteTestClient.h"
 
 #include <QProcess>
@@ -10,28 +9,13 @@
 
 namespace {
 const QString kSite = QStringLiteral(QUORIN_SITE_EXECUTABLE);
-
-// Every path the client calls, with the generation of its answer.
-const char *const kCatalogue[] = {
-    "v3/app/ios/pad/member/autologin", "ios/pad/login.php", "v3/app/ios/pad/member/mobilereg", "v3/app/ios/pad/member/reg",
-    "v3/app/ios/pad/member/getmessage", "v3/app/ios/pad/member/openLogin", "ios/pad/login_qq.php",
-    "v3/app/ios/pad/member/hrwlogin", "v3/app/ios/pad/version/newVersion", "ios/pad/version.php", "ios/pad/token.php",
-    "ios/pad/list.php", "ios/pad/search.php", "ios/pad/hot_keywords.php", "ios/pad/comic_127.php",
-    "ios/pad/check_update.php", "ios/pad/fav.php", "ios/pad/chapter_127.php", "ios/pad/image_log.php",
-    "ios/pad/get_tucao.php", "ios/pad/add_tucao.php", "ios/pad/edit_tucao.php", "ios/pad/delete_tucao.php",
-    "ios/pad/comment_list.php", "v3/app/ios/pad/comment/replylist", "ios/pad/comment_add.php", "ios/pad/comment_reply.php",
-    "ios/pad/grade.php", "ios/pad/ticket.php", "v3/app/ios/pad/buyChapter/buy", "ios/pad/buy_chapter.php",
-    "v3/app/ios/pad/pay/alipay", "v3/app/ios/pad/pay/alipayStatus", "v3/app/ios/phone/vip/vipDiscount", "api/index.php",
-    "pay/ajax.php", "harrowpay/vip_member_coin_req.php", "android/phone/ticket_log.php", "ios/pad/coin_log.php",
-    "ios/pad/recharge_log.php",
-};
 }
 
 class TestSiteExecutable : public QObject
 {
     Q_OBJECT
 private slots:
-    void answersEveryPathAndLogs();
+    void answersAndLogs();
     void faultOptions();
     void badCommandLines_data();
     void badCommandLines();
@@ -62,27 +46,19 @@ bool TestSiteExecutable::start(QProcess &process, const QStringList &extra, QUrl
     return false;
 }
 
-void TestSiteExecutable::answersEveryPathAndLogs()
+void TestSiteExecutable::answersAndLogs()
 {
     QProcess site;
     QUrl base;
     QVERIFY2(start(site, {}, &base), site.readAllStandardError().constData());
-    SiteTestClient client(base);
-    QVERIFY(!client.signIn("reader", "reader123").isEmpty());
-    for (const char *path : kCatalogue) {
-        const auto r = client.get(QString::fromLatin1(path));
-        QVERIFY2(r.status == 200 && r.isObject, path);
-        QVERIFY2(r.json.value("code").isDouble(), path);
-        if (QByteArray(path).startsWith("v3/app/"))
-            QVERIFY2(SiteTestClient::v3Data(r).value("stateCode").isDouble(), path);
-    }
+    SiteTestClient client(base); // every path in process: tst_sitecatalogue and tests/net
+    QCOMPARE(client.get(QStringLiteral("ios/pad/hot_keywords.php")).json.value("code").toInt(), 1);
     site.terminate();
     QVERIFY(site.waitForFinished(10000));
     // One line per request: method, path, status, bytes, milliseconds.
     const QString log = QString::fromUtf8(site.readAllStandardError());
     static const QRegularExpression line(QStringLiteral("GET ios/pad/hot_keywords.php 200 [0-9]+ [0-9]+ms"));
     QVERIFY2(line.match(log).hasMatch(), qPrintable(log.left(2000)));
-    QVERIFY(log.count(QStringLiteral(" 200 ")) >= 41);
 }
 
 void TestSiteExecutable::faultOptions()

@@ -1,7 +1,8 @@
-// The fault knobs (stall, error status, malformed body, drop mid-body, gzip,
-// latency, "*" for every path) and the HTTP layer itself (keep-alive and
-// pipelining, limits, HTTP/1.0, cookies, a site thread that answers while the
-// test's thread blocks).
+// The fault knobs the client suites cannot see (a stall holds up nothing else,
+// gzip only when accepted, latency, clear) and the HTTP layer itself
+// (keep-alive and pipelining, limits, HTTP/1.0, a site thread that answers
+// while the test's thread blocks). What an error status, a malformed body or a
+// body cut short does to a request is the client suites' (tests/net).
 #include "QuorinSite.h"
 #include "QuorinSiteFaults.h"
 #include "SiteTestClient.h"
@@ -70,12 +71,8 @@ private slots:
     void initTestCase();
     void init();
     void stalledPathDoesNotHoldUpOthers();
-    void errorAndMalformedBodies_data();
-    void errorAndMalformedBodies();
-    void dropMidBody();
     void gzipOnlyWhenAccepted();
     void latencyStillAnswersAndClearResets();
-    void cookieAndRecordedRequest();
     void keepAlivePipeliningAndLimits_data();
     void keepAlivePipeliningAndLimits();
 
@@ -121,59 +118,6 @@ void TestSiteFaults::stalledPathDoesNotHoldUpOthers()
     QCOMPARE(client.get(QStringLiteral("ios/pad/hot_keywords.php")).json.value("code").toInt(), 1);
 }
 
-void TestSiteFaults::errorAndMalformedBodies_data()
-{
-    QTest::addColumn<QString>("faultPath");
-    QTest::addColumn<int>("status"); // 200: a malformed body under a good status
-    QTest::addColumn<QByteArray>("body");
-    QTest::newRow("503 on list") << "ios/pad/list.php" << 503 << QByteArray("{\"code\":0,\"message\":\"busy\"}");
-    QTest::newRow("500 empty body on every path") << "*" << 500 << QByteArray();
-    QTest::newRow("404 html") << "/ios/pad/list.php" << 404 << QByteArray("<html>gone</html>");
-    QTest::newRow("not JSON") << "ios/pad/list.php" << 200 << QByteArray("<html>oops");
-    QTest::newRow("empty") << "ios/pad/list.php" << 200 << QByteArray();
-    QTest::newRow("wrong types") << "ios/pad/list.php" << 200 << QByteArray("{\"code\":\"1\",\"data\":{\"comic_id\":10001},\"total\":null}");
-}
-
-void TestSiteFaults::errorAndMalformedBodies()
-{
-    QFETCH(QString, faultPath);
-    QFETCH(int, status);
-    QFETCH(QByteArray, body);
-    if (status == 200)
-        m_site->faults().setMalformed(faultPath, body);
-    else
-        m_site->faults().setErrorStatus(faultPath, status, body);
-    SiteTestClient client(m_site->baseUrl());
-    const auto r = client.get(QStringLiteral("ios/pad/list.php"), {{"page", "0"}});
-    QCOMPARE(r.status, status);
-    QCOMPARE(r.error != QNetworkReply::NoError, status != 200);
-    QCOMPARE(r.body, body);
-    // Only the faulty path answers so.
-    const auto other = client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}});
-    QCOMPARE(other.status, faultPath == QLatin1String("*") ? status : 200);
-    if (faultPath != QLatin1String("*"))
-        QCOMPARE(other.json.value("code").toInt(), 1);
-}
-
-void TestSiteFaults::dropMidBody()
-{
-    m_site->faults().setDropMidBody(QStringLiteral("ios/pad/comic_127.php"));
-    SiteTestClient client(m_site->baseUrl());
-    const auto r = client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}});
-    QVERIFY2(r.error != QNetworkReply::NoError, "a body cut short is an error");
-    QVERIFY(!r.isObject);
-    // On the wire: the full length is announced, about half arrives, then the close.
-    const QByteArray raw = rawExchange(m_site->baseUrl().port(), "GET /ios/pad/comic_127.php?comic_id=10001 HTTP/1.1\r\nHost: x\r\n\r\n");
-    const qsizetype head = raw.indexOf("\r\n\r\n");
-    QVERIFY(head > 0);
-    const qsizetype cl = raw.indexOf("Content-Length: ");
-    const qsizetype announced = raw.mid(cl + 16, raw.indexOf("\r\n", cl) - cl - 16).toLongLong();
-    QVERIFY(announced > 100);
-    QVERIFY(raw.size() - head - 4 < announced);
-    m_site->faults().setDropMidBody(QStringLiteral("ios/pad/comic_127.php"), false);
-    QCOMPARE(client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}}).json.value("code").toInt(), 1);
-}
-
 void TestSiteFaults::gzipOnlyWhenAccepted()
 {
     m_site->faults().setGzip(true);
@@ -211,30 +155,6 @@ void TestSiteFaults::latencyStillAnswersAndClearResets()
     QCOMPARE(m_site->faults().latencyMs(), 0);
     QVERIFY(!m_site->faults().gzip());
     QCOMPARE(client.get(QStringLiteral("ios/pad/hot_keywords.php")).json.value("code").toInt(), 1);
-}
-
-void TestSiteFaults::cookieAndRecordedRequest()
-{
-    SiteTestClient client(m_site->baseUrl());
-    const auto first = client.get(QStringLiteral("ios/pad/hot_keywords.php"), {{"num", "3"}});
-    const QByteArray setCookie = first.header("Set-Cookie");
-    QVERIFY(setCookie.startsWith("qsid="));
-    const QByteArray sid = setCookie.mid(5, setCookie.indexOf(';') - 5);
-    // The cookie jar sends it back; the site sees it and sets no new one.
-    const auto second = client.post(QStringLiteral("ios/pad/check_update.php"), {{"post_data", "10001|0||"}});
-    QVERIFY(second.header("Set-Cookie").isEmpty());
-    const QuorinSiteRequestRecord record = m_site->lastRequest(QStringLiteral("ios/pad/check_update.php"));
-    QVERIFY(record.valid);
-    QCOMPARE(record.method, QByteArray("POST"));
-    QCOMPARE(record.path, QStringLiteral("ios/pad/check_update.php"));
-    QVERIFY(record.query.contains("version=3.5.0"));
-    QCOMPARE(record.body, QByteArray("post_data=10001%7C0%7C%7C"));
-    bool cookieSeen = false;
-    for (const auto &h : record.headers)
-        cookieSeen = cookieSeen || (h.first.compare("Cookie", Qt::CaseInsensitive) == 0 && h.second.contains("qsid=" + sid));
-    QVERIFY(cookieSeen);
-    QVERIFY(!m_site->lastRequest(QStringLiteral("never/asked.php")).valid);
-    QCOMPARE(m_site->requestCount(QStringLiteral("never/asked.php")), 0);
 }
 
 void TestSiteFaults::keepAlivePipeliningAndLimits_data()

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -47,23 +49,26 @@ Rectangle {
             Repeater {
                 model: box.alert ? box.alert.buttons : []
                 delegate: Rectangle {
+                    id: button
+                    required property int index
+                    required property var modelData
                     objectName: "alertButton" + index
                     width: (box.width - 40 - 12 * (box.alert.buttons.length - 1)) / box.alert.buttons.length
                     height: 46
                     radius: 23
-                    color: index === 0 ? (area.pressed ? Theme.accentPressed : Theme.accent) : (area.pressed ? Theme.buttonNeutralPressed : Theme.buttonNeutral)
+                    color: button.index === 0 ? (area.pressed ? Theme.accentPressed : Theme.accent) : (area.pressed ? Theme.buttonNeutralPressed : Theme.buttonNeutral)
                     Text {
                         anchors.centerIn: parent
-                        text: modelData
-                        color: index === 0 ? Theme.textOnDark : Theme.textPrimary
+                        text: button.modelData
+                        color: button.index === 0 ? Theme.textOnDark : Theme.textPrimary
                         font.family: box.fontFamily
                         font.pixelSize: Theme.fontLarge
-                        font.bold: index === 0
+                        font.bold: button.index === 0
                     }
                     MouseArea {
                         id: area
                         anchors.fill: parent
-                        onClicked: box.answered(index)
+                        onClicked: box.answered(button.index)
                     }
                 }
             }

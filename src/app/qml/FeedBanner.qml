@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -48,6 +50,8 @@ Rectangle {
             Repeater {
                 model: banner.pageCount
                 delegate: Item {
+                    id: slideItem
+                    required property int index
                     readonly property var slide: banner.feed && index < banner.feed.slides.length
                                                  ? banner.feed.slides[index] : null
                     width: banner.width
@@ -64,13 +68,13 @@ Rectangle {
                         anchors.fill: parent
                         fillMode: Image.PreserveAspectFit
                         asynchronous: true
-                        source: parent.slide && parent.slide.comicCover !== ""
-                                ? "image://quorin/net/" + encodeURIComponent(parent.slide.comicCover) : ""
+                        source: slideItem.slide && slideItem.slide.comicCover !== ""
+                                ? "image://quorin/net/" + encodeURIComponent(slideItem.slide.comicCover) : ""
                     }
                     // A tap opens the slide shown (its comic or its link); a
                     // swipe is the strip's.
                     MouseArea {
-                        objectName: "slide" + index
+                        objectName: "slide" + slideItem.index
                         anchors.fill: parent
                         onClicked: if (banner.feed) banner.feed.handleTapGesture()
                     }
@@ -97,10 +101,12 @@ Rectangle {
         Repeater {
             model: banner.pageCount
             delegate: Rectangle {
+                id: dot
+                required property int index
                 width: banner.feed && banner.feed.timeCount === index ? 22 : 8
                 height: 8
                 radius: 4
-                color: banner.feed && banner.feed.timeCount === index ? Theme.accent : Theme.pageDotInactive
+                color: banner.feed && banner.feed.timeCount === dot.index ? Theme.accent : Theme.pageDotInactive
                 Behavior on width { NumberAnimation { duration: 200 } }
             }
         }

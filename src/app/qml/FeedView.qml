@@ -44,21 +44,24 @@ Rectangle {
         Repeater {
             model: view.feed ? view.feed.tabTitles : []
             delegate: Item {
+                id: tab
+                required property int index
+                required property var modelData
                 objectName: "tab" + (2000 + index)
                 x: 27.1 + index * 114.1
                 width: 114.1
                 height: head.height
                 Text {
                     anchors.centerIn: parent
-                    text: modelData
-                    color: view.feed && view.feed.curTag === 2000 + index ? Theme.textOnDark : Theme.textOnDarkInactive
+                    text: tab.modelData
+                    color: view.feed && view.feed.curTag === 2000 + tab.index ? Theme.textOnDark : Theme.textOnDarkInactive
                     font.family: view.fontFamily
                     font.pixelSize: Theme.fontTitle
-                    font.bold: view.feed && view.feed.curTag === 2000 + index
+                    font.bold: view.feed && view.feed.curTag === 2000 + tab.index
                 }
                 MouseArea {
                     anchors.fill: parent
-                    onClicked: view.feed.recommendLabel(2000 + index)
+                    onClicked: view.feed.recommendLabel(2000 + tab.index)
                 }
             }
         }
@@ -106,12 +109,14 @@ Rectangle {
 
         delegate: Row {
             id: row
+            required property int index
             readonly property int rowIndex: index
             spacing: Theme.spacing
             height: view.feed ? view.feed.rowHeight : 205
             Repeater {
                 model: view.feed ? Math.min(view.columns, view.feed.comics.length - row.rowIndex * view.columns) : 0
                 delegate: FeedCell {
+                    required property int index
                     width: view.cellWidth
                     height: row.height - 12
                     comicIndex: row.rowIndex * view.columns + index

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -69,16 +71,17 @@ Rectangle {
                 model: rail.rootController.buttons
                 delegate: Rectangle {
                     id: button
+                    required property var modelData
                     objectName: "button" + modelData.tag
-                    readonly property bool current: rail.rootController.currentTag === modelData.tag
-                                                    || (modelData.tag === 108 && rail.rootController.settingsOpen)
+                    readonly property bool current: rail.rootController.currentTag === button.modelData.tag
+                                                    || (button.modelData.tag === 108 && rail.rootController.settingsOpen)
                     width: buttons.buttonWidth
                     height: rail.landscape ? (rail.compact ? 62 : 72) : 60
                     radius: Theme.radiusButton
-                    color: current ? Theme.accent : (area.pressed ? Theme.pressedOnDarkStrong : "transparent")
+                    color: button.current ? Theme.accent : (area.pressed ? Theme.pressedOnDarkStrong : "transparent")
                     Image {
                         id: icon
-                        source: "image://quorin/art/" + modelData.icon
+                        source: "image://quorin/art/" + button.modelData.icon
                         width: rail.landscape && !rail.compact ? 32 : 28; height: width
                         anchors.horizontalCenter: parent.horizontalCenter
                         y: rail.landscape && !rail.compact ? 10 : 6
@@ -88,7 +91,7 @@ Rectangle {
                         anchors.top: icon.bottom
                         anchors.topMargin: 4
                         anchors.horizontalCenter: parent.horizontalCenter
-                        text: modelData.title
+                        text: button.modelData.title
                         color: Theme.textOnDark
                         font.family: rail.fontFamily
                         font.pixelSize: Theme.fontBody
@@ -97,7 +100,7 @@ Rectangle {
                     MouseArea {
                         id: area
                         anchors.fill: parent
-                        onClicked: rail.rootController.switchView(modelData.tag)
+                        onClicked: rail.rootController.switchView(button.modelData.tag)
                     }
                 }
             }

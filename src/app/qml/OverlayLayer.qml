@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -9,24 +11,29 @@ Item {
     property string fontFamily
 
     component Spinner: Item {
+        id: spinner
         width: 40; height: 40
         Repeater {
             model: 8
             delegate: Rectangle {
-                x: 20 + 14 * Math.cos(index * Math.PI / 4) - 4
-                y: 20 + 14 * Math.sin(index * Math.PI / 4) - 4
+                id: dot
+                required property int index
+                x: 20 + 14 * Math.cos(dot.index * Math.PI / 4) - 4
+                y: 20 + 14 * Math.sin(dot.index * Math.PI / 4) - 4
                 width: 8; height: 8; radius: 4
                 color: Theme.iconOnDark
-                opacity: 0.25 + index / 10
+                opacity: 0.25 + dot.index / 10
             }
         }
-        RotationAnimator on rotation { from: 0; to: 360; duration: 1000; loops: Animation.Infinite; running: visible }
+        RotationAnimator on rotation { from: 0; to: 360; duration: 1000; loops: Animation.Infinite; running: spinner.visible }
     }
 
     // Loading views.
     Repeater {
         model: root.overlay ? root.overlay.loadingViews : []
         delegate: Rectangle {
+            id: loadingView
+            required property var modelData
             objectName: "loading100202"
             anchors.centerIn: parent
             width: Math.max(180, label.implicitWidth + 48)
@@ -38,7 +45,7 @@ Item {
                 id: label
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: 76
-                text: modelData.text
+                text: loadingView.modelData.text
                 color: Theme.textOnDark
                 font.family: root.fontFamily
                 font.pixelSize: Theme.fontMedium

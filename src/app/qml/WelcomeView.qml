@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -28,6 +30,9 @@ Rectangle {
         boundsBehavior: Flickable.StopAtBounds
         model: root.welcome ? root.welcome.pages : []
         delegate: Item {
+            id: page
+            required property int index
+            required property var modelData
             objectName: "welcomePage" + (316319 + index)
             width: pages.width
             height: pages.height
@@ -35,7 +40,7 @@ Rectangle {
             // window, over the same picture cropped to fill the margins.
             Image {
                 anchors.fill: parent
-                source: "image://quorin/art/" + modelData
+                source: "image://quorin/art/" + page.modelData
                 fillMode: Image.PreserveAspectCrop
                 asynchronous: true
                 opacity: 0.5
@@ -43,13 +48,13 @@ Rectangle {
             Image {
                 objectName: "welcomePicture"
                 anchors.fill: parent
-                source: "image://quorin/art/" + modelData
+                source: "image://quorin/art/" + page.modelData
                 fillMode: Image.PreserveAspectFit
                 asynchronous: true
             }
             MouseArea {
                 // The last page is a button that closes the welcome view.
-                enabled: index === 4
+                enabled: page.index === 4
                 anchors.fill: parent
                 onClicked: root.welcome.deleteWelcomeView()
             }

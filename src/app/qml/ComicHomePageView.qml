@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -107,6 +109,8 @@ Rectangle {
                     model: [["人气", page.head.clickTotal], ["吐槽", page.head.tucaoTotal],
                             ["月票", page.head.ticketTotal], ["评论", page.head.commentTotal]]
                     delegate: Rectangle {
+                        id: stat
+                        required property var modelData
                         width: 68; height: 50
                         radius: 10
                         color: Theme.surfaceWarm
@@ -114,7 +118,7 @@ Rectangle {
                             anchors.centerIn: parent
                             Text {
                                 anchors.horizontalCenter: parent.horizontalCenter
-                                text: modelData[1] !== undefined ? modelData[1] : "-"
+                                text: stat.modelData[1] !== undefined ? stat.modelData[1] : "-"
                                 color: Theme.textPrimary
                                 font.family: page.fontFamily
                                 font.pixelSize: Theme.fontBody
@@ -122,7 +126,7 @@ Rectangle {
                             }
                             Text {
                                 anchors.horizontalCenter: parent.horizontalCenter
-                                text: modelData[0]
+                                text: stat.modelData[0]
                                 color: Theme.textMuted
                                 font.family: page.fontFamily
                                 font.pixelSize: Theme.fontTiny
@@ -280,17 +284,20 @@ Rectangle {
             clip: true
             model: page.home ? page.home.chapterView : null
             delegate: Rectangle {
+                id: chapterRow
+                required property int index
+                required property var model
                 objectName: "chapter" + index
                 readonly property string chapterId: model.chapterId
                 width: chapters.width
                 height: 45
-                color: rowArea.pressed ? Theme.cardPressed : (index % 2 ? Theme.surface : Theme.surfaceAlt)
+                color: rowArea.pressed ? Theme.cardPressed : (chapterRow.index % 2 ? Theme.surface : Theme.surfaceAlt)
                 radius: 8
                 Text {
                     x: 16
                     width: parent.width - x - meta.width - markBox.width - 40
                     anchors.verticalCenter: parent.verticalCenter
-                    text: model.name
+                    text: chapterRow.model.name
                     color: Theme.textPrimary
                     font.family: page.fontFamily
                     font.pixelSize: Theme.fontMedium
@@ -301,16 +308,16 @@ Rectangle {
                     anchors.right: meta.left
                     anchors.rightMargin: 14
                     anchors.verticalCenter: parent.verticalCenter
-                    visible: model.mark !== ""
+                    visible: chapterRow.model.mark !== ""
                     width: visible ? markText.implicitWidth + 16 : 0
                     height: 22
                     radius: 11
-                    color: model.mark === "comicbuyed" ? Theme.markBoughtBackground : (model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
+                    color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtBackground : (chapterRow.model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
                     Text {
                         id: markText
                         anchors.centerIn: parent
-                        text: model.mark === "comicbuyed" ? "已购" : (model.mark === "delayread" ? "VIP 抢先" : "付费 " + model.price + "币")
-                        color: model.mark === "comicbuyed" ? Theme.markBoughtText : (model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
+                        text: chapterRow.model.mark === "comicbuyed" ? "已购" : (chapterRow.model.mark === "delayread" ? "VIP 抢先" : "付费 " + chapterRow.model.price + "币")
+                        color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtText : (chapterRow.model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
                         font.family: page.fontFamily
                         font.pixelSize: Theme.fontCaption
                     }
@@ -320,7 +327,7 @@ Rectangle {
                     anchors.right: parent.right
                     anchors.rightMargin: 16
                     anchors.verticalCenter: parent.verticalCenter
-                    text: model.sizeText
+                    text: chapterRow.model.sizeText
                     color: Theme.textMuted
                     font.family: page.fontFamily
                     font.pixelSize: Theme.fontSmall
@@ -328,7 +335,7 @@ Rectangle {
                 MouseArea {
                     id: rowArea
                     anchors.fill: parent
-                    onClicked: page.home.readCurrentChapterAtRow(index)
+                    onClicked: page.home.readCurrentChapterAtRow(chapterRow.index)
                 }
             }
         }

@@ -136,29 +136,31 @@ Rectangle {
             Repeater {
                 model: cloudArea.cloud ? cloudArea.cloud.buttons : []
                 delegate: Rectangle {
+                    id: tag
+                    required property var modelData
                     objectName: "cloud" + modelData.tag
                     readonly property int look: modelData.fontSize - 12
                     readonly property var fills: Theme.tagFills
                     readonly property var inks: Theme.tagInks
-                    x: (modelData.x - 6) * cloudBox.s
-                    y: modelData.y * cloudBox.s
-                    width: (modelData.width + 12) * cloudBox.s
-                    height: (modelData.height + 8) * cloudBox.s
+                    x: (tag.modelData.x - 6) * cloudBox.s
+                    y: tag.modelData.y * cloudBox.s
+                    width: (tag.modelData.width + 12) * cloudBox.s
+                    height: (tag.modelData.height + 8) * cloudBox.s
                     radius: height / 2
-                    color: tagArea.pressed ? Qt.darker(fills[look], 1.1) : fills[look]
-                    border.color: Qt.darker(fills[look], 1.06)
+                    color: tagArea.pressed ? Qt.darker(tag.fills[tag.look], 1.1) : tag.fills[tag.look]
+                    border.color: Qt.darker(tag.fills[tag.look], 1.06)
                     Text {
                         anchors.centerIn: parent
-                        text: modelData.text
-                        color: parent.inks[parent.look]
+                        text: tag.modelData.text
+                        color: tag.inks[tag.look]
                         font.family: view.fontFamily
-                        font.pixelSize: Math.round(modelData.fontSize * cloudBox.s)
-                        font.bold: parent.look >= 2
+                        font.pixelSize: Math.round(tag.modelData.fontSize * cloudBox.s)
+                        font.bold: tag.look >= 2
                     }
                     MouseArea {
                         id: tagArea
                         anchors.fill: parent
-                        onClicked: cloudArea.cloud.tapButton(modelData.tag)
+                        onClicked: cloudArea.cloud.tapButton(tag.modelData.tag)
                     }
                 }
             }
@@ -218,21 +220,24 @@ Rectangle {
                 }
             }
             delegate: Item {
+                id: resultRow
+                required property int index
+                required property var model
                 width: list.width
                 height: view.search ? view.search.resultRowHeight : 150
                 SortComicCell {
                     anchors.fill: parent
                     anchors.bottomMargin: 12
                     gridMode: false
-                    objectName: "result" + index
-                    comicIndex: index
-                    comicName: model.comicName
-                    comicAuthor: model.comicAuthor
-                    comicCover: model.comicCover
-                    comicDescription: model.comicDescription
-                    clickTotal: model.comicClickTotal
-                    badge: model.badge
-                    lastUpdate: model.lastUpdate
+                    objectName: "result" + resultRow.index
+                    comicIndex: resultRow.index
+                    comicName: resultRow.model.comicName
+                    comicAuthor: resultRow.model.comicAuthor
+                    comicCover: resultRow.model.comicCover
+                    comicDescription: resultRow.model.comicDescription
+                    clickTotal: resultRow.model.comicClickTotal
+                    badge: resultRow.model.badge
+                    lastUpdate: resultRow.model.lastUpdate
                     fontFamily: view.fontFamily
                     onTapped: view.search.openResult(comicIndex)
                 }
@@ -289,6 +294,9 @@ Rectangle {
             clip: true
             model: view.search ? view.search.searchHistoryArray : []
             delegate: Rectangle {
+                id: historyRow
+                required property int index
+                required property string modelData
                 objectName: "history" + index
                 width: historyList.width
                 height: 38
@@ -310,7 +318,7 @@ Rectangle {
                     anchors.rightMargin: 14
                     elide: Text.ElideRight
                     anchors.verticalCenter: parent.verticalCenter
-                    text: modelData
+                    text: historyRow.modelData
                     color: Theme.textPrimary
                     font.family: view.fontFamily
                     font.pixelSize: Theme.fontLarge
@@ -318,7 +326,7 @@ Rectangle {
                 MouseArea {
                     id: historyArea
                     anchors.fill: parent
-                    onClicked: view.search.enterComicListHistory(modelData)
+                    onClicked: view.search.enterComicListHistory(historyRow.modelData)
                 }
             }
         }

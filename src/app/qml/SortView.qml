@@ -80,14 +80,16 @@ Rectangle {
             Repeater {
                 model: view.sort ? view.sort.menuButtons : []
                 delegate: Rectangle {
+                    id: menuButton
+                    required property var modelData
                     objectName: "menu" + modelData.tag
-                    readonly property bool open: view.sort && view.sort.openMenu === modelData.tag
+                    readonly property bool open: view.sort && view.sort.openMenu === menuButton.modelData.tag
                     width: 76; height: 34
                     radius: 17
-                    color: open ? Theme.accent : (menuArea.pressed ? Theme.pressedOnDark : Theme.barButton)
+                    color: menuButton.open ? Theme.accent : (menuArea.pressed ? Theme.pressedOnDark : Theme.barButton)
                     Text {
                         anchors.centerIn: parent
-                        text: modelData.title + (parent.open ? " ▴" : " ▾")
+                        text: menuButton.modelData.title + (menuButton.open ? " ▴" : " ▾")
                         color: Theme.textOnDark
                         font.family: view.fontFamily
                         font.pixelSize: Theme.fontBody
@@ -95,7 +97,7 @@ Rectangle {
                     MouseArea {
                         id: menuArea
                         anchors.fill: parent
-                        onClicked: view.sort.setPopbutton(modelData.tag)
+                        onClicked: view.sort.setPopbutton(menuButton.modelData.tag)
                     }
                 }
             }
@@ -156,6 +158,8 @@ Rectangle {
         readonly property bool pulledUp: count > 0 && overshoot > 65
 
         delegate: SortComicCell {
+            required property int index
+            required property var model
             width: grid.cellWidth - 12
             height: grid.cellHeight - 12
             gridMode: view.gridMode
@@ -265,25 +269,27 @@ Rectangle {
             Repeater {
                 model: menu.buttons
                 delegate: Rectangle {
+                    id: filterButton
+                    required property var modelData
                     objectName: "filter" + modelData.tag
-                    readonly property bool current: view.sort && view.sort.btnInt === modelData.tag
+                    readonly property bool current: view.sort && view.sort.btnInt === filterButton.modelData.tag
                     width: Math.max(88, label.implicitWidth + 32)
                     height: 40
                     radius: 20
-                    color: current ? Theme.accent : (filterArea.pressed ? Theme.accentSoft : Theme.card)
-                    border.color: current ? Theme.accent : Theme.surfaceBorder
+                    color: filterButton.current ? Theme.accent : (filterArea.pressed ? Theme.accentSoft : Theme.card)
+                    border.color: filterButton.current ? Theme.accent : Theme.surfaceBorder
                     Text {
                         id: label
                         anchors.centerIn: parent
-                        text: modelData.title
-                        color: parent.current ? Theme.textOnDark : Theme.textPrimary
+                        text: filterButton.modelData.title
+                        color: filterButton.current ? Theme.textOnDark : Theme.textPrimary
                         font.family: view.fontFamily
                         font.pixelSize: Theme.fontLarge
                     }
                     MouseArea {
                         id: filterArea
                         anchors.fill: parent
-                        onClicked: view.sort.switchFilter(modelData.tag)
+                        onClicked: view.sort.switchFilter(filterButton.modelData.tag)
                     }
                 }
             }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -73,15 +75,17 @@ ReaderSidePanel {
 
         delegate: Item {
             id: row
-            objectName: "bookmarkRow" + index
-            readonly property bool confirming: list.confirmingRow === index
+            required property int index
+            required property var model
+            objectName: "bookmarkRow" + row.index
+            readonly property bool confirming: list.confirmingRow === row.index
             readonly property int confirmWidth: 96
             width: list.width
             height: root.manager ? root.manager.rowHeight : 122
             clip: true
 
             Rectangle {
-                objectName: "deleteConfirm" + index
+                objectName: "deleteConfirm" + row.index
                 anchors.right: parent.right
                 width: row.confirmWidth
                 height: parent.height
@@ -101,19 +105,19 @@ ReaderSidePanel {
                     enabled: row.confirming
                     onClicked: {
                         list.confirmingRow = -1
-                        root.manager.deleteCurrentBookmarkAtRow(index)
+                        root.manager.deleteCurrentBookmarkAtRow(row.index)
                     }
                 }
             }
 
             Rectangle {
                 id: content
-                objectName: "bookmarkContent" + index
+                objectName: "bookmarkContent" + row.index
                 width: parent.width
                 height: parent.height
                 x: row.confirming ? -row.confirmWidth : 0
                 Behavior on x { enabled: !rowArea.swiping; NumberAnimation { duration: 150 } }
-                color: rowArea.pressed && !rowArea.swiping ? Theme.cardPressed : (index % 2 ? Theme.surface : Theme.surfaceAlt)
+                color: rowArea.pressed && !rowArea.swiping ? Theme.cardPressed : (row.index % 2 ? Theme.surface : Theme.surfaceAlt)
 
                 MouseArea {
                     id: rowArea
@@ -131,13 +135,13 @@ ReaderSidePanel {
                     }
                     onReleased: {
                         if (swiping) {
-                            list.confirmingRow = content.x < -row.confirmWidth / 2 ? index : -1
+                            list.confirmingRow = content.x < -row.confirmWidth / 2 ? row.index : -1
                             content.x = Qt.binding(function() { return row.confirming ? -row.confirmWidth : 0 })
                             swiping = false
                         } else if (row.confirming || list.confirmingRow >= 0) {
                             list.confirmingRow = -1 // a tap first takes an offered confirmation back
                         } else {
-                            root.manager.selectBookmarkAtRow(index)
+                            root.manager.selectBookmarkAtRow(row.index)
                         }
                     }
                     onCanceled: {
@@ -163,7 +167,7 @@ ReaderSidePanel {
                         anchors.fill: parent
                         fillMode: Image.PreserveAspectCrop
                         asynchronous: true
-                        source: model.coverUrl !== "" ? "image://quorin/net/" + encodeURIComponent(model.coverUrl) : ""
+                        source: row.model.coverUrl !== "" ? "image://quorin/net/" + encodeURIComponent(row.model.coverUrl) : ""
                     }
                 }
                 Column {
@@ -174,7 +178,7 @@ ReaderSidePanel {
                     Text {
                         objectName: "bookmarkName"
                         width: parent.width
-                        text: model.comicName
+                        text: row.model.comicName
                         color: Theme.textPrimary
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontTitle
@@ -182,7 +186,7 @@ ReaderSidePanel {
                         elide: Text.ElideRight
                     }
                     Text {
-                        text: model.dateText
+                        text: row.model.dateText
                         color: Theme.textMuted
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontSmall
@@ -190,7 +194,7 @@ ReaderSidePanel {
                     Text {
                         objectName: "bookmarkInfo"
                         width: parent.width
-                        text: model.infoText
+                        text: row.model.infoText
                         color: Theme.textSecondary
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontBody
@@ -199,7 +203,7 @@ ReaderSidePanel {
                 }
                 Rectangle {
                     id: deleteAction
-                    objectName: "deleteAction" + index
+                    objectName: "deleteAction" + row.index
                     anchors.right: parent.right
                     anchors.rightMargin: 14
                     anchors.verticalCenter: parent.verticalCenter
@@ -209,6 +213,7 @@ ReaderSidePanel {
                     Repeater {
                         model: [45, -45]
                         Rectangle {
+                            required property real modelData
                             anchors.centerIn: parent
                             width: 14; height: 2; radius: 1
                             rotation: modelData
@@ -219,7 +224,7 @@ ReaderSidePanel {
                         id: deleteArea
                         anchors.fill: parent
                         anchors.margins: -6
-                        onClicked: list.confirmingRow = row.confirming ? -1 : index
+                        onClicked: list.confirmingRow = row.confirming ? -1 : row.index
                     }
                 }
                 Rectangle {

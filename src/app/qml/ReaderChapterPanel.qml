@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -68,13 +70,16 @@ ReaderSidePanel {
         clip: true
         model: root.manager ? root.manager.model : null
         delegate: Rectangle {
-            objectName: "chapterRow" + index
-            readonly property string chapterId: model.chapterId
+            id: chapterRow
+            required property int index
+            required property var model
+            objectName: "chapterRow" + chapterRow.index
+            readonly property string chapterId: chapterRow.model.chapterId
             width: list.width
             height: root.manager ? root.manager.rowHeight : 56
-            color: rowArea.pressed ? Theme.cardPressed : (model.current ? Theme.accentPale : (index % 2 ? Theme.surface : Theme.surfaceAlt))
+            color: rowArea.pressed ? Theme.cardPressed : (chapterRow.model.current ? Theme.accentPale : (chapterRow.index % 2 ? Theme.surface : Theme.surfaceAlt))
             Rectangle {
-                visible: model.current
+                visible: chapterRow.model.current
                 width: 4
                 height: parent.height
                 color: Theme.accent
@@ -83,11 +88,11 @@ ReaderSidePanel {
                 x: 22
                 width: parent.width - x - markBox.width - 34
                 anchors.verticalCenter: parent.verticalCenter
-                text: model.name
-                color: model.current ? Theme.accentText : Theme.textPrimary
+                text: chapterRow.model.name
+                color: chapterRow.model.current ? Theme.accentText : Theme.textPrimary
                 font.family: root.fontFamily
                 font.pixelSize: Theme.fontLarge
-                font.bold: model.current
+                font.bold: chapterRow.model.current
                 elide: Text.ElideRight
             }
             Rectangle {
@@ -95,16 +100,16 @@ ReaderSidePanel {
                 anchors.right: parent.right
                 anchors.rightMargin: 16
                 anchors.verticalCenter: parent.verticalCenter
-                visible: model.mark !== ""
+                visible: chapterRow.model.mark !== ""
                 width: visible ? markText.implicitWidth + 16 : 0
                 height: 22
                 radius: 11
-                color: model.mark === "comicbuyed" ? Theme.markBoughtBackground : (model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
+                color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtBackground : (chapterRow.model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
                 Text {
                     id: markText
                     anchors.centerIn: parent
-                    text: model.mark === "comicbuyed" ? "已购" : (model.mark === "delayread" ? "VIP 抢先" : "付费 " + model.price + "币")
-                    color: model.mark === "comicbuyed" ? Theme.markBoughtText : (model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
+                    text: chapterRow.model.mark === "comicbuyed" ? "已购" : (chapterRow.model.mark === "delayread" ? "VIP 抢先" : "付费 " + chapterRow.model.price + "币")
+                    color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtText : (chapterRow.model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
                     font.family: root.fontFamily
                     font.pixelSize: Theme.fontCaption
                 }
@@ -119,7 +124,7 @@ ReaderSidePanel {
             MouseArea {
                 id: rowArea
                 anchors.fill: parent
-                onClicked: root.manager.selectChapterAtRow(index)
+                onClicked: root.manager.selectChapterAtRow(chapterRow.index)
             }
         }
         Text {

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -22,6 +24,7 @@ Item {
     }
 
     component Zone: Rectangle {
+        id: zone
         property string title
         property string detail
         color: "transparent"
@@ -35,7 +38,7 @@ Item {
             Text {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
-                text: parent.parent.title
+                text: zone.title
                 color: Theme.textOnDark
                 font.family: root.fontFamily
                 font.pixelSize: Theme.fontHeadline
@@ -45,7 +48,7 @@ Item {
             Text {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
-                text: parent.parent.detail
+                text: zone.detail
                 color: Theme.textOnDarkSecondary
                 font.family: root.fontFamily
                 font.pixelSize: Theme.fontBody
@@ -105,6 +108,8 @@ Item {
                     ["方向键、空格、翻页键", "翻页；Esc 返回"]
                 ]
                 delegate: Row {
+                    id: line
+                    required property var modelData
                     spacing: 16
                     Rectangle {
                         width: 10; height: 10; radius: 5
@@ -112,14 +117,14 @@ Item {
                         color: Theme.accent
                     }
                     Text {
-                        text: modelData[0]
+                        text: line.modelData[0]
                         color: Theme.textOnDark
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontTitle
                         font.bold: true
                     }
                     Text {
-                        text: modelData[1]
+                        text: line.modelData[1]
                         color: Theme.textOnDarkSecondary
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontLarge

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -31,20 +33,23 @@ Item {
         MouseArea { anchors.fill: parent } // taps on the panel keep it open
 
         component Sun: Item {
+            id: sun
             property real size: 20
             width: size; height: size
             Repeater {
                 model: 8
                 Rectangle {
-                    x: parent.size / 2 - 1 + Math.cos(index * Math.PI / 4) * parent.size * 0.42 - width / 2 + 1
-                    y: parent.size / 2 + Math.sin(index * Math.PI / 4) * parent.size * 0.42 - height / 2
-                    width: Math.max(2, parent.size / 8); height: width; radius: width / 2
+                    id: ray
+                    required property int index
+                    x: sun.size / 2 - 1 + Math.cos(ray.index * Math.PI / 4) * sun.size * 0.42 - width / 2 + 1
+                    y: sun.size / 2 + Math.sin(ray.index * Math.PI / 4) * sun.size * 0.42 - height / 2
+                    width: Math.max(2, sun.size / 8); height: width; radius: width / 2
                     color: Theme.highlight
                 }
             }
             Rectangle {
                 anchors.centerIn: parent
-                width: parent.size * 0.5; height: width; radius: width / 2
+                width: sun.size * 0.5; height: width; radius: width / 2
                 color: Theme.highlight
             }
         }

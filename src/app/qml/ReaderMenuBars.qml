@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -77,7 +79,9 @@ Item {
     Component {
         id: barButton
         Item {
-            objectName: modelData.name
+            id: barItem
+            required property var modelData
+            objectName: barItem.modelData.name
             width: 62
             height: 70
             Rectangle {
@@ -89,14 +93,15 @@ Item {
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: 9
                 width: 30; height: 30
-                source: "image://quorin/art/" + modelData.icon
-                sourceSize: Qt.size(60, 60)
+                source: "image://quorin/art/" + barItem.modelData.icon
+                sourceSize.width: 60
+                sourceSize.height: 60
                 asynchronous: true
             }
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: 44
-                text: modelData.label
+                text: barItem.modelData.label
                 color: Theme.readerBarText
                 font.family: root.fontFamily
                 font.pixelSize: Theme.fontTiny
@@ -104,7 +109,7 @@ Item {
             MouseArea {
                 id: area
                 anchors.fill: parent
-                onClicked: root.reader[modelData.action]()
+                onClicked: root.reader[barItem.modelData.action]()
             }
         }
     }

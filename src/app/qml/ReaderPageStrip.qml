@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -36,7 +38,8 @@ Flickable {
         }
         releaseVelocity = 0;
         releasing = true;
-        Qt.callLater(finishRelease);
+        // Qt 6.4's type information lists callLater as a property, not a method.
+        Qt.callLater(finishRelease); // qmllint disable type
     }
     onFlickStarted: {
         if (!releasing)
@@ -101,8 +104,10 @@ Flickable {
     Repeater {
         model: strip.manager ? strip.manager.pageViews : null
         delegate: ReaderPageView {
-            objectName: "readerPage" + model.pageIndex
-            page: model.pageView
+            id: pageItem
+            required property var model
+            objectName: "readerPage" + pageItem.model.pageIndex
+            page: pageItem.model.pageView
             manager: strip.manager
             fontFamily: strip.fontFamily
             overlay: strip.pageOverlay

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -59,11 +61,14 @@ Item {
                 id: tileRepeater
                 model: root.page ? root.page.tiles : []
                 delegate: Image {
+                    id: tile
+                    required property int index
+                    required property var modelData
                     objectName: "readerPageTile"
-                    y: modelData.top * container.height
+                    y: tile.modelData.top * container.height
                     width: container.width
-                    height: modelData.span * container.height + (index < tileRepeater.count - 1 ? 1 : 0)
-                    source: modelData.source
+                    height: tile.modelData.span * container.height + (tile.index < tileRepeater.count - 1 ? 1 : 0)
+                    source: tile.modelData.source
                     asynchronous: false // decoded already: no frame without the page
                     cache: false
                     smooth: true

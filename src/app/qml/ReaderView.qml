@@ -104,11 +104,13 @@ Rectangle {
             Repeater {
                 model: 8
                 delegate: Rectangle {
-                    x: 22 + 15 * Math.cos(index * Math.PI / 4) - 4
-                    y: 22 + 15 * Math.sin(index * Math.PI / 4) - 4
+                    id: dot
+                    required property int index
+                    x: 22 + 15 * Math.cos(dot.index * Math.PI / 4) - 4
+                    y: 22 + 15 * Math.sin(dot.index * Math.PI / 4) - 4
                     width: 8; height: 8; radius: 4
                     color: Theme.iconOnDark
-                    opacity: 0.25 + index / 10
+                    opacity: 0.25 + dot.index / 10
                 }
             }
             RotationAnimator on rotation { from: 0; to: 360; duration: 1000; loops: Animation.Infinite; running: loadingSpinner.visible }

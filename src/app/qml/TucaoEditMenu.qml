@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -134,12 +136,14 @@ Item {
                 { "name": "tucaoEditDelete", "label": "删除", "glyph": "delete", "angle": 150 }
             ]
             delegate: Rectangle {
-                objectName: modelData.name
-                readonly property real rad: modelData.angle * Math.PI / 180
-                x: menu.width / 2 + Math.cos(rad) * root.menuRadius - width / 2
-                y: menu.height / 2 + Math.sin(rad) * root.menuRadius - height / 2
+                id: menuItem
+                required property var modelData
+                objectName: menuItem.modelData.name
+                readonly property real rad: menuItem.modelData.angle * Math.PI / 180
+                x: menu.width / 2 + Math.cos(menuItem.rad) * root.menuRadius - width / 2
+                y: menu.height / 2 + Math.sin(menuItem.rad) * root.menuRadius - height / 2
                 width: 54; height: 54; radius: 27
-                color: itemArea.pressed ? Theme.accentPressed : (modelData.glyph === "delete" ? Theme.danger : Theme.accent)
+                color: itemArea.pressed ? Theme.accentPressed : (menuItem.modelData.glyph === "delete" ? Theme.danger : Theme.accent)
                 border.color: Theme.iconOnDark
                 border.width: 2
                 Canvas {
@@ -154,9 +158,9 @@ Item {
                         c.lineCap = "round";
                         c.lineJoin = "round";
                         c.beginPath();
-                        if (modelData.glyph === "confirm") {
+                        if (menuItem.modelData.glyph === "confirm") {
                             c.moveTo(3, 11); c.lineTo(9, 17); c.lineTo(19, 5);
-                        } else if (modelData.glyph === "cancel") {
+                        } else if (menuItem.modelData.glyph === "cancel") {
                             c.moveTo(5, 5); c.lineTo(17, 17); c.moveTo(17, 5); c.lineTo(5, 17);
                         } else {
                             c.moveTo(3, 6); c.lineTo(19, 6);
@@ -169,7 +173,7 @@ Item {
                 Text {
                     anchors.horizontalCenter: parent.horizontalCenter
                     y: 32
-                    text: modelData.label
+                    text: menuItem.modelData.label
                     color: Theme.textOnDark
                     font.family: root.fontFamily
                     font.pixelSize: Theme.fontTiny
@@ -179,9 +183,9 @@ Item {
                     anchors.fill: parent
                     enabled: root.expanded
                     onClicked: {
-                        if (modelData.glyph === "confirm")
+                        if (menuItem.modelData.glyph === "confirm")
                             root.edit.confirmPubTuCao();
-                        else if (modelData.glyph === "cancel")
+                        else if (menuItem.modelData.glyph === "cancel")
                             root.edit.cancleEditTuCao();
                         else
                             root.edit.deleteTuCaoView();

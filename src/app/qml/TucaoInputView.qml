@@ -20,7 +20,8 @@ Item {
     onInputChanged: if (input) input.screenSize = Qt.size(width, height)
     // The field takes the focus once the view is up (not while `open` itself
     // is being updated: focusing tells the input view, which changes it).
-    onOpenChanged: if (open) Qt.callLater(() => { if (root.open) field.forceActiveFocus(); })
+    // (Qt 6.4's type information lists callLater as a property, not a method.)
+    onOpenChanged: if (open) Qt.callLater(() => { if (root.open) field.forceActiveFocus(); }) // qmllint disable type
 
     // Dims the page while writing; clear while placing, so the page shows.
     Rectangle {

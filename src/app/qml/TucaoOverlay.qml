@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quorin
 
@@ -18,14 +20,17 @@ Item {
         objectName: "tucaoRepeater"
         model: root.playback
         delegate: TucaoView {
+            id: bubble
+            required property int index
+            required property var model
             objectName: "tucaoView"
-            x: model.x * root.fx
-            y: model.y * root.fy
-            width: model.width * root.fx
-            height: model.height * root.fy
-            content: model.content
-            isOwn: model.isOwn
-            row: index
+            x: bubble.model.x * root.fx
+            y: bubble.model.y * root.fy
+            width: bubble.model.width * root.fx
+            height: bubble.model.height * root.fy
+            content: bubble.model.content
+            isOwn: bubble.model.isOwn
+            row: bubble.index
             playback: root.playback
             fontFamily: root.fontFamily
         }

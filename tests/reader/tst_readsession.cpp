@@ -71,8 +71,6 @@ private slots:
     void startPage();
     void prefetchSet_data();
     void prefetchSet();
-    void readGate_data();
-    void readGate();
     void gateRefusalEndsTheOpening_data();
     void gateRefusalEndsTheOpening();
     void dialogAnswers_data();
@@ -213,63 +211,6 @@ void TestReadSession::prefetchSet()
 }
 
 // --- The read gate ---
-
-// The rule alone, at a fixed time, for a user made up locally.
-void TestReadSession::readGate_data()
-{
-    QTest::addColumn<qint64>("isVip");
-    QTest::addColumn<QJsonObject>("chapter");
-    QTest::addColumn<QString>("user"); // "", "member" or "vip"
-    QTest::addColumn<qint64>("coins");
-    QTest::addColumn<qint64>("fromAppStore");
-    QTest::addColumn<int>("outcome");
-
-    using O = VORAReadGate::Outcome;
-    const qint64 t = fixedNow.toSecsSinceEpoch();
-    auto sealed = [t](qint64 secondsSincePass) {
-        return QJsonObject{{"type", 0}, {"buyed", 0}, {"is_view", 0}, {"price", 0},
-                           {"release_time", t - secondsSincePass - 10}, {"pass_time", t - secondsSincePass}};
-    };
-    auto row = [](const char *name, qint64 isVip, const QJsonObject &chapter, const char *user, qint64 coins,
-                  qint64 store, O outcome) {
-        QTest::newRow(name) << isVip << chapter << QString::fromLatin1(user) << coins << store << int(outcome);
-    };
-    row("is_view", 3, QJsonObject{{"is_view", 1}, {"pass_time", t}}, "", 0, 0, O::Readable);
-    row("free comic", 0, paidChapter(30), "", 0, 0, O::Readable);
-    row("paid comic, free chapter", 1, QJsonObject{{"type", 1}, {"is_view", 0}}, "", 0, 0, O::Readable);
-    row("buyed -1 signs in", 1, paidChapter(30, -1), "member", 500, 0, O::SignIn);
-    row("bought", 2, paidChapter(30, 1), "member", 0, 0, O::Readable);
-    row("price 0", 2, paidChapter(0), "member", 0, 0, O::Readable);
-    row("from the store: silence", 1, paidChapter(30), "member", 500, 1, O::Nothing);
-    row("exactly the price", 1, paidChapter(30), "member", 30, 0, O::CoinAlert);
-    row("one coin short", 2, paidChapter(30), "member", 29, 0, O::NotEnoughCoins);
-    row("seal 604800 s: open", 3, sealed(604800), "", 0, 0, O::Readable);
-    row("seal 604799 s, signed out", 3, sealed(604799), "", 0, 0, O::SignIn);
-    row("seal 604799 s, member", 3, sealed(604799), "member", 0, 0, O::SealAlert);
-    row("seal, member from the store", 3, sealed(10), "member", 0, 1, O::Nothing);
-    row("seal, VIP", 3, sealed(10), "vip", 0, 0, O::Readable);
-    row("86399 s ahead: sealed", 3, sealed(-86399), "member", 0, 0, O::SealAlert);
-    row("86400 s ahead wraps: open", 3, sealed(-86400), "", 0, 0, O::Readable);
-    row("far future wraps: open", 3, sealed(-400 * 86400), "", 0, 0, O::Readable);
-    row("other is_vip", 7, sealed(10), "", 0, 0, O::Readable);
-}
-
-void TestReadSession::readGate()
-{
-    QFETCH(qint64, isVip);
-    QFETCH(QJsonObject, chapter);
-    QFETCH(QString, user);
-    QFETCH(qint64, coins);
-    QFETCH(qint64, fromAppStore);
-    QFETCH(int, outcome);
-
-    setLocalUser(!user.isEmpty(), coins, user == QLatin1String("vip"));
-    VORAAppGlobalData::shareAppGlobalData()->appStatus()->setFromAppStore(fromAppStore);
-    VORAComicInfoDTO comic;
-    comic.is_vip = isVip;
-    QCOMPARE(int(VORAReadGate::decide(VORAChapterInfoDTO::fromJson(chapter, QStringLiteral("777"), 0), comic, fixedNow)),
-             outcome);
-}
 
 // A refusal ends the opening: no page list is asked for and the reader hears
 // only that the gate said no; the sign-in route keeps the jump types.

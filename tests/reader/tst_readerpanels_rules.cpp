@@ -9,7 +9,6 @@
 #include "catalogue/VORAReadGate.h"
 #include "core/VORAUserConfig.h"
 #include "net/VORAUploadReadLogSerVice.h"
-#include "platform/UserDefaults.h"
 #include "reader/VORAAdjustLuminanceView.h"
 #include "reader/VORABookmarkListModel.h"
 #include "reader/VORABookmarkManager.h"
@@ -400,11 +399,6 @@ void TestReaderPanelsRules::brightness()
         panel.close();
         QCOMPARE(removed.count(), 1);
     }
-    // Saved: another reader of the defaults file sees it.
-    UserDefaults file(UserDefaults::standardFilePath());
-    VORAUserConfig stored(&file);
-    QVERIFY(qAbs(stored.luminanceValue() - opacity) < 1e-4);
-
     VORAAdjustLuminanceView reopen;
     QVERIFY2(qAbs(reopen.sliderValue() - reopened) < 1e-4, qPrintable(QString::number(reopen.sliderValue())));
     QVERIFY(qAbs(reopen.layerOpacity() - opacity) < 1e-4);

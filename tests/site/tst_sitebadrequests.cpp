@@ -63,10 +63,8 @@ void TestSiteBadRequests::refusedInTheRightForm_data()
     QTest::newRow("token unknown user") << "ios/pad/token.php" << false << false << Params{{"token", "abcdef0123"}, {"user_id", "5"}};
     // Browsing.
     QTest::newRow("list page not numeric") << "ios/pad/list.php" << false << false << Params{{"page", "abc"}};
-    QTest::newRow("list negative page") << "ios/pad/list.php" << false << false << Params{{"page", "-1"}};
     QTest::newRow("list size zero") << "ios/pad/list.php" << false << false << Params{{"size", "0"}};
     QTest::newRow("list unknown theme") << "ios/pad/list.php" << false << false << Params{{"argname", "theme"}, {"argval", "99"}};
-    QTest::newRow("list unknown sort") << "ios/pad/list.php" << false << false << Params{{"argname", "sort"}, {"argval", "2"}};
     QTest::newRow("list unknown argname") << "ios/pad/list.php" << false << false << Params{{"argname", "colour"}, {"argval", "1"}};
     QTest::newRow("search empty") << "ios/pad/search.php" << false << false << Params{{"q", "   "}, {"page", "1"}};
     QTest::newRow("search page zero") << "ios/pad/search.php" << false << false << Params{{"q", "星"}, {"page", "0"}};
@@ -75,7 +73,6 @@ void TestSiteBadRequests::refusedInTheRightForm_data()
     QTest::newRow("comic id not numeric") << "ios/pad/comic_127.php" << false << false << Params{{"comic_id", "10001;DROP TABLE users"}};
     QTest::newRow("comic unknown id") << "ios/pad/comic_127.php" << false << false << Params{{"comic_id", "99999999"}};
     QTest::newRow("comic id too long") << "ios/pad/comic_127.php" << false << false << Params{{"comic_id", tooLong}};
-    QTest::newRow("comic id negative") << "ios/pad/comic_127.php" << false << false << Params{{"comic_id", "-10001"}};
     QTest::newRow("check update bad record") << "ios/pad/check_update.php" << false << true << Params{{"post_data", "10001|abc||"}};
     QTest::newRow("check update missing") << "ios/pad/check_update.php" << false << true << Params{};
     QTest::newRow("fav signed out") << "ios/pad/fav.php" << false << true << Params{{"data", SiteTestClient::b64("10001|add|0||")}};
@@ -84,7 +81,6 @@ void TestSiteBadRequests::refusedInTheRightForm_data()
     QTest::newRow("fav unknown action") << "ios/pad/fav.php" << true << true << Params{{"data", SiteTestClient::b64("10001|eat|0||")}};
     // Reading and purchases.
     QTest::newRow("chapter zero") << "ios/pad/chapter_127.php" << false << false << Params{{"chapter_id", "0"}};
-    QTest::newRow("chapter negative") << "ios/pad/chapter_127.php" << false << false << Params{{"chapter_id", "-5"}};
     QTest::newRow("chapter webp 2") << "ios/pad/chapter_127.php" << false << false << Params{{"chapter_id", "40001"}, {"webp", "2"}};
     QTest::newRow("read log signed out") << "ios/pad/image_log.php" << false << true << Params{{"image_ids", SiteTestClient::b64("{}")}};
     QTest::newRow("read log bad base64") << "ios/pad/image_log.php" << true << true << Params{{"image_ids", "%%%"}};
@@ -105,7 +101,6 @@ void TestSiteBadRequests::refusedInTheRightForm_data()
     QTest::newRow("tucao add empty") << "ios/pad/add_tucao.php" << true << true << Params{{"image_id", "800001"}, {"content", "  "}, {"x", "1"}, {"y", "1"}, {"w", "10"}, {"h", "10"}};
     QTest::newRow("tucao add too long") << "ios/pad/add_tucao.php" << true << true << Params{{"image_id", "800001"}, {"content", QString(141, QChar(0x5410))}, {"x", "1"}, {"y", "1"}, {"w", "10"}, {"h", "10"}};
     QTest::newRow("tucao add outside page") << "ios/pad/add_tucao.php" << true << true << Params{{"image_id", "800001"}, {"content", "x"}, {"x", "5000"}, {"y", "1"}, {"w", "10"}, {"h", "10"}};
-    QTest::newRow("tucao add zero width") << "ios/pad/add_tucao.php" << true << true << Params{{"image_id", "800001"}, {"content", "x"}, {"x", "1"}, {"y", "1"}, {"w", "0"}, {"h", "10"}};
     QTest::newRow("tucao add x text") << "ios/pad/add_tucao.php" << true << true << Params{{"image_id", "800001"}, {"content", "x"}, {"x", "left"}, {"y", "1"}, {"w", "10"}, {"h", "10"}};
     QTest::newRow("tucao edit unknown") << "ios/pad/edit_tucao.php" << true << false << Params{{"tucao_id", "99999999"}, {"x", "1"}, {"y", "1"}, {"width", "10"}, {"height", "10"}};
     QTest::newRow("tucao edit someone else's") << "ios/pad/edit_tucao.php" << true << false << Params{{"tucao_id", "1"}, {"x", "1"}, {"y", "1"}, {"width", "10"}, {"height", "10"}};

@@ -68,10 +68,8 @@ void tst_KeyedArchive::damagedFilesLoadAsUndefined_data()
 
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("truncated") << valid.left(valid.size() / 2);
-    QTest::newRow("one byte short") << valid.chopped(1);
     QTest::newRow("text") << QByteArray("{\"User\": {}}");
     QTest::newRow("garbage") << QByteArray("\xff\xfe\x00\x13garbage\x9f\x9f", 13);
-    QTest::newRow("zeros") << QByteArray(4096, '\0');
     QTest::newRow("array, not a map") << QCborValue(QCborArray{1, 2}).toCbor();
     QTest::newRow("map without the key")
         << QCborValue(QCborMap{{QStringLiteral("Other"), 1}}).toCbor();

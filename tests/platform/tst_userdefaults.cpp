@@ -63,7 +63,6 @@ void tst_UserDefaults::valuesReachTheFileAtOnce()
     {
         UserDefaults defaults(path);
         defaults.setValue("KIsVerticalScreen", false);
-        defaults.setValue("KIsNotifyUpdate", true);
         defaults.setValue("KLuminanceValue", 0.25);
         defaults.setValue("QQLoginData", QVariantMap{{"QQLoginnickName", "小明"}});
         defaults.setValue("gone", 1);
@@ -80,7 +79,6 @@ void tst_UserDefaults::valuesReachTheFileAtOnce()
     UserDefaults again(path);
     QVERIFY(again.contains("KIsVerticalScreen"));
     QCOMPARE(again.boolForKey("KIsVerticalScreen"), false);
-    QCOMPARE(again.boolForKey("KIsNotifyUpdate"), true);
     QCOMPARE(again.doubleForKey("KLuminanceValue"), 0.25);
     QCOMPARE(again.dictionaryForKey("QQLoginData").value("QQLoginnickName").toString(),
              QString("小明"));

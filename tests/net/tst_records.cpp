@@ -206,6 +206,7 @@ void TestRecords::tucaoListNeedsAnObject()
         "{\"list\":[{\"tucao_id\":5,\"content\":\"c\",\"x\":4294967297,\"ceate_time\":100,\"create_time\":200}]}"));
     QCOMPARE(list.size(), 1);
     QCOMPARE(list.first().tucaoId, QString()); // a number is no identifier
+    QCOMPARE(list.first().content, QStringLiteral("c"));
     QCOMPARE(list.first().x, 1);               // read as 32 bits
     QCOMPARE(list.first().updateTime.toSecsSinceEpoch(), 100);
 }

@@ -26,10 +26,8 @@ public:
     void skipeToComicWithBookmark(const VORABookMarkDTO &bookmark) override
     {
         calls << QStringLiteral("bookmark:") + bookmark.pageId;
-        bookmarks << bookmark;
     }
     QStringList calls;
-    QList<VORABookMarkDTO> bookmarks;
 };
 
 // The comic as the site answers it to the user signed in now.

@@ -27,14 +27,12 @@ public:
 
     int infoCalls = 0;
     bool lastInfoFailed = false;
-    std::optional<NetError> lastError;
     QList<Page> pages;
 
     void comicInfoLoadDidFinishedWithError(VORAReadComicManager *, const NetError *error) override
     {
         ++infoCalls;
         lastInfoFailed = error != nullptr;
-        lastError = error ? std::optional<NetError>(*error) : std::nullopt;
     }
     void pageLoadDidFinishedWithPage(VORAReadComicManager *, const std::optional<QByteArray> &imageData,
                                      const std::optional<QList<VORATucao>> &tucao, int pageIndex) override

@@ -87,10 +87,8 @@ class NotificationRecorder : public QObject
 public:
     explicit NotificationRecorder(const QString &name)
     {
-        NotificationCenter::defaultCenter().addObserver(this, name, [this](const Notification &n) {
-            userInfos.append(n.userInfo);
-            senders.append(n.sender);
-        });
+        NotificationCenter::defaultCenter().addObserver(this, name,
+                                                        [this](const Notification &n) { userInfos.append(n.userInfo); });
     }
     ~NotificationRecorder() override { NotificationCenter::defaultCenter().removeObserver(this); }
     // The "text" of every one (text-only panels).
@@ -102,7 +100,6 @@ public:
         return list;
     }
     QList<QVariantMap> userInfos;
-    QList<QObject *> senders;
 };
 
 inline QString textPanelName()

@@ -150,7 +150,7 @@ void TestTucaoSite::publishMoveDelete()
             [&](const QString &id) { playback.removeTucao(id); });
 
     // Write, then tap the place.
-    const QString text = uniqueText("这一格笑死我了");
+    const QString text = uniqueText("这一格 & \"笑\"死我了");
     VORATuCaoInputView input;
     QVERIFY(input.popUpTucaoInputView());
     input.setText(text);
@@ -177,7 +177,7 @@ void TestTucaoSite::publishMoveDelete()
     QCOMPARE(rectOf(mine), rectOf(expected));
     QCOMPARE(playback.count(), 1);
 
-    // Sent with the time of sending (the add service's names are the services suite's).
+    // Sent with the time of sending.
     const QUrlQuery form(QString::fromUtf8(m_env.site->lastRequest(addPath).body));
     const QDateTime sent = QDateTime::fromSecsSinceEpoch(form.queryItemValue("create_time").toLongLong(), Qt::UTC);
     QVERIFY(sent >= before && sent <= QDateTime::currentDateTimeUtc().addSecs(1));
@@ -186,6 +186,8 @@ void TestTucaoSite::publishMoveDelete()
     std::optional<VORATucao> fetched = fetchOne(mine.tucaoId);
     QVERIFY(fetched);
     QCOMPARE(rectOf(*fetched), rectOf(expected));
+    QCOMPARE(fetched->content, text);
+    QCOMPARE(fetched->userId, mine.userId);
 
     // The page as the loader hands it over, ours among the first group.
     playback.setTucaoList(*fetch());
@@ -229,6 +231,8 @@ void TestTucaoSite::publishMoveDelete()
     QCOMPARE(deleted.first().first().toString(), mine.tucaoId);
     QCOMPARE(notices.last().first().toString(), QStringLiteral("吐槽删除成功!"));
     QTRY_VERIFY(deleting.isRemoved());
+    QVERIFY(fetch());
+    QVERIFY(!fetchOne(mine.tucaoId));
     QCOMPARE(QUrlQuery(QString::fromLatin1(m_env.site->lastRequest(deletePath).query)).queryItemValue("comic_id"),
              m_comicId);
 }

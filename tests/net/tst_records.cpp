@@ -168,6 +168,12 @@ void TestRecords::archivesRoundTrip()
     for (const char *key : {"pageId", "url", "width", "height", "tucaoTotal", "index"})
         QVERIFY2(pageArchive.contains(QLatin1String(key)), key);
     QCOMPARE(VORAPageInfoDTO::fromArchive(pageArchive), pages.first());
+    // Wrong types: a number is no id, text is a number, sizes are read as 32 bits.
+    const auto odd = VORAPageInfoDTO::parseChapterData(
+        object("{\"data\":[{\"image_id\":889,\"width\":\"800\",\"height\":4294967297},{\"image_id\":\"890\"}]}"));
+    QCOMPARE(QStringList({odd.at(0).pageId, QString::number(odd.at(0).width), QString::number(odd.at(0).height),
+                          QString::number(odd.at(1).index)}),
+             QStringList({QString(), "800", "1", "1"}));
 
     const VORARecommentDTO rec = VORARecommentDTO::fromJson(
         object("{\"comic_id\":\"5\",\"name\":\"n\",\"accredit\":\"1\",\"click_total\":12,\"last_update_time\":5}"));

@@ -22,7 +22,6 @@
 #include "net/VORACreateQuorinUserService.h"
 #include "net/VORAGetAuthenticateQ42UserService.h"
 #include "net/VORAGetChapterInfoService.h"
-#include "net/VORAGetCloudTagService.h"
 #include "net/VORAGetComicBasicInfoService.h"
 #include "net/VORAGetPhoneVerifyCodeService.h"
 #include "net/VORAGetRcommentService.h"
@@ -34,7 +33,6 @@
 #include "net/VORASafariPayService.h"
 #include "net/VORASortWebService.h"
 #include "net/VORATicket_logService.h"
-#include "net/VORAUploadReadLogSerVice.h"
 #include "net/VORAUserCoinLogService.h"
 #include "net/VORAUserRechargeLogService.h"
 #include "net/VORAVipMemberCoinReqService.h"
@@ -276,10 +274,7 @@ void TestServices::catalogueServices()
     QVERIFY(query(sort.path()).endsWith(QLatin1String("&argname=theme&argval=8&from=appstore4&page=0&size=30&")));
     QVERIFY(sort.totalCount >= sort.comicList.size());
 
-    // Hot keywords and a search by a comic's own name.
-    VORAGetCloudTagService tags;
-    QVERIFY(run(tags));
-    QCOMPARE(tags.tagList.size(), 15);
+    // A search by a comic's own name (the hot keywords: tst_searchview's cloud).
     const VORASortDTO &wanted = m_comics.at(3);
     VORAGetSearchKeyword search;
     search.keywordString = wanted.comicName;
@@ -348,13 +343,7 @@ void TestServices::readingServices()
     QVERIFY(query(chapter.path()).endsWith(QStringLiteral("&chapter_id=%1&webp=0&").arg(freeChapter)));
     const auto pages = chapter.pageList();
     QVERIFY(pages && !pages->isEmpty());
-
-    VORAUploadReadLogSerVice log;
-    log.comicId = m_comics.first().comicId;
-    log.keyList = {QStringLiteral("0_%1").arg(freeChapter), QStringLiteral("1_%1").arg(freeChapter)};
-    log.valueList = {QLatin1Char('i') + pages->at(0).pageId, QLatin1Char('i') + pages->at(1 % pages->size()).pageId};
-    QVERIFY(run(log));
-    QVERIFY2(log.code == 1, qPrintable(phpMessage(log.json)));
+    // The read log's upload: tst_readerpanels_rules, against the site.
 
     // A paid chapter (what a purchase changes on the site is the site suites').
     VORABuyChapterService buy;

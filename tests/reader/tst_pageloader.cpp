@@ -77,11 +77,9 @@ class TestPageLoader : public QObject
 private slots:
     void initTestCase();
     void cleanup();
-    void cachedPageWhileSiteDown_data();
-    void cachedPageWhileSiteDown();
+    void cachedPage_data();
+    void cachedPage();
     void downloadFillsCacheAndBringsTucao();
-    void tucaoAnswers_data();
-    void tucaoAnswers();
     void cancelledBetweenDownloadAndWrite();
     void sessionLeftWhilePagesStall();
     void failuresAndHostileIds_data();
@@ -114,39 +112,48 @@ void TestPageLoader::cleanup()
     m_env.pointAtSite();
 }
 
-// --- The page cache ---
-
-void TestPageLoader::cachedPageWhileSiteDown_data()
+// A page in the page cache is passed on as it is, whatever the site does; the
+// tucao answer that arrived is a list, even an empty one (the records suite
+// owns how a tucao is read).
+void TestPageLoader::cachedPage_data()
 {
-    QTest::addColumn<bool>("siteAnswers");
+    QTest::addColumn<QByteArray>("tucaoBody"); // "cut": cut off; "none": no site at all
     QTest::addColumn<int>("page");
-    QTest::newRow("tucao answers cut off") << true << 1;
-    QTest::newRow("no site at all") << false << 2;
+    QTest::addColumn<int>("tucao"); // -1: none
+    QTest::newRow("tucao answers cut off") << QByteArray("cut") << 1 << -1;
+    QTest::newRow("no site at all") << QByteArray("none") << 2 << -1;
+    QTest::newRow("one tucao") << QByteArray(R"({"list":[{"tucao_id":"77","content":"嗯","user_id":"90002"}]})") << 3 << 1;
+    QTest::newRow("no list") << QByteArray(R"({"code":1})") << 3 << 0;
+    QTest::newRow("tucao not JSON") << QByteArray("<html>busy</html>") << 3 << 0;
 }
 
-void TestPageLoader::cachedPageWhileSiteDown()
+void TestPageLoader::cachedPage()
 {
-    QFETCH(bool, siteAnswers);
+    QFETCH(QByteArray, tucaoBody);
     QFETCH(int, page);
+    QFETCH(int, tucao);
     const VORAPageInfoDTO &info = m_pages.at(page);
     const QByteArray cached = "cached bytes, not even an image";
     writeFile(VORAPersistenceManager::pageCacheFileWithPageId(info.pageId), cached);
     const int images = m_env.site->requestCount(imagePathOf(info));
-    const int tucao = m_env.site->requestCount(tucaoPath);
-    if (siteAnswers)
+    const int tucaoRequests = m_env.site->requestCount(tucaoPath);
+    if (tucaoBody == "cut")
         m_env.site->faults().setDropMidBody(tucaoPath);
-    else
+    else if (tucaoBody == "none")
         qputenv("QUORIN_API_BASE", "http://127.0.0.1:1/");
+    else
+        m_env.site->faults().setMalformed(tucaoPath, tucaoBody);
 
     PageRun load(info);
     QVERIFY(load.run());
     QVERIFY(load.loader->isLoadFinish());
-    QCOMPARE(load.recorder.pages.first().index, page);
-    QCOMPARE(*load.recorder.pages.first().image, cached); // passed on as it is
-    QVERIFY(!load.recorder.pages.first().tucao);
+    const SessionRecorder::Page &got = load.recorder.pages.first();
+    QCOMPARE(got.index, page);
+    QCOMPARE(*got.image, cached);
+    QCOMPARE(got.tucao ? int(got.tucao->size()) : -1, tucao);
     QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images);
-    if (siteAnswers)
-        QCOMPARE(m_env.site->requestCount(tucaoPath), tucao + VORAPageDownloadManager::tucaoAttempts);
+    if (tucaoBody == "cut")
+        QCOMPARE(m_env.site->requestCount(tucaoPath), tucaoRequests + VORAPageDownloadManager::tucaoAttempts);
 }
 
 void TestPageLoader::downloadFillsCacheAndBringsTucao()
@@ -181,33 +188,6 @@ void TestPageLoader::downloadFillsCacheAndBringsTucao()
     QCOMPARE(*again.recorder.pages.last().image, *page.image);
     QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images + 1);
     QCOMPARE(m_env.site->requestCount(tucaoPath), tucao + 1);
-}
-
-// --- Tucao answers ---
-
-// An answer that arrived is a list, even an empty one (the records suite
-// owns how a tucao is read).
-void TestPageLoader::tucaoAnswers_data()
-{
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<int>("count");
-    QTest::newRow("one") << QByteArray(R"({"list":[{"tucao_id":"77","content":"嗯","user_id":"90002"}]})") << 1;
-    QTest::newRow("no list") << QByteArray(R"({"code":1})") << 0;
-    QTest::newRow("not JSON") << QByteArray("<html>busy</html>") << 0;
-}
-
-void TestPageLoader::tucaoAnswers()
-{
-    QFETCH(QByteArray, body);
-    QFETCH(int, count);
-    const VORAPageInfoDTO &info = m_pages.at(3);
-    writeFile(VORAPersistenceManager::pageCacheFileWithPageId(info.pageId), "cached");
-    m_env.site->faults().setMalformed(tucaoPath, body);
-    PageRun load(info);
-    QVERIFY(load.run());
-    const std::optional<QList<VORATucao>> &tucao = load.recorder.pages.first().tucao;
-    QVERIFY(tucao);
-    QCOMPARE(tucao->size(), count);
 }
 
 // --- Cancelling ---

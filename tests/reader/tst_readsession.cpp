@@ -271,7 +271,6 @@ void TestReadSession::dialogAnswers_data()
     QTest::newRow("seal: cancel") << 10000 << 0 << QStringList{"back"};
     QTest::newRow("too few coins: top up") << 10001 << 1 << QStringList{"user", "pay:2"};
     QTest::newRow("too few coins: refuse") << 10001 << 0 << QStringList{};
-    QTest::newRow("whole comic, too few: top up") << 10004 << 1 << QStringList{"user", "pay:2"};
     QTest::newRow("bought: read") << 10005 << 1 << QStringList{"chapter:9001"};
     QTest::newRow("bought: wait") << 10005 << 0 << QStringList{};
     QTest::newRow("coin dialog cancel") << 10002 << 0 << QStringList{};

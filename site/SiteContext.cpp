@@ -61,8 +61,6 @@ const char *const kComments[] = {
 };
 const char *const kReplies[] = {"同感！", "我也是", "+1", "说得太对了", "哈哈哈确实", "楼上真相了",
                                 "一起等更新", "不同意，我觉得还好", "握手", "前排"};
-
-constexpr qint64 kOrderDelaySeconds = 2;
 }
 
 SiteContext::SiteContext(SiteCatalogue &cat, SiteDatabase &database, const QString &fallbackBase)
@@ -139,6 +137,7 @@ void SiteContext::seedIfNeeded()
         db.run("INSERT OR IGNORE INTO keywords(tag, count) VALUES(?, ?)", {k.tag, k.count});
     seedTucao();
     seedComments();
+    seedWallet();
     db.run("INSERT OR REPLACE INTO meta(name, value) VALUES('seeded', ?)", {QString::number(catalogue.seed())});
     db.commit();
 }
@@ -169,6 +168,34 @@ void SiteContext::seedTucao()
                 }
             }
         }
+    }
+}
+
+// A wallet history of "rich" long enough for every list to take three pages:
+// 45 coin changes, 25 top-ups (paid), 30 ticket casts, over the last 60 days.
+void SiteContext::seedWallet()
+{
+    constexpr qint64 rich = 100002;
+    SiteRandom rng(0xC01Eull + catalogue.seed());
+    const int replyCount = int(sizeof(kReplies) / sizeof(kReplies[0]));
+    qint64 t = catalogue.anchor() - 60 * SiteCatalogue::kDay;
+    for (int i = 0; i < 45; ++i) {
+        t += rng.range(600, SiteCatalogue::kDay);
+        const bool topUp = i % 3 == 0;
+        const SiteCatalogue::Comic &c = rng.pick(catalogue.comics());
+        db.run("INSERT INTO coinlog(user_id, amount, reason, time) VALUES(?,?,?,?)",
+               {rich, topUp ? 3000 : -int(rng.range(1, 6)) * 10,
+                topUp ? QStringLiteral("充值") : QStringLiteral("购买《%1》1个章节").arg(c.name), t});
+        if (i < 25) {
+            const bool vip = i % 5 == 4;
+            db.run("INSERT INTO orders(order_id, user_id, product, product_num, rmb, way, created, paid)"
+                   " VALUES(?,?,?,?,?,'web',?,1)",
+                   {QStringLiteral("Q%1%2").arg(t).arg(100000 + i), rich, vip ? QStringLiteral("vip") : QStringLiteral("coin"),
+                    vip ? 1 : 3000, vip ? 15 : 30, t});
+        }
+        if (i < 30)
+            db.run("INSERT INTO tickets(user_id, comic_id, num, content, time) VALUES(?,?,?,?,?)",
+                   {rich, c.id, int(rng.range(1, 3)), QString::fromUtf8(kReplies[i % replyCount]), t});
     }
 }
 
@@ -231,7 +258,6 @@ std::optional<SiteContext::User> SiteContext::userByKey(const QString &key)
     const QVariant id = db.value("SELECT user_id FROM keys WHERE key=?", {key});
     if (!id.isValid())
         return std::nullopt;
-    settleOrders(id.toLongLong());
     return user(id.toLongLong());
 }
 
@@ -271,22 +297,23 @@ void SiteContext::addCoins(qint64 userId, int amount, const QString &reason)
     db.run("INSERT INTO coinlog(user_id, amount, reason, time) VALUES(?,?,?,?)", {userId, amount, reason, now()});
 }
 
-void SiteContext::settleOrders(qint64 userId)
+bool SiteContext::payOrder(const QString &orderId)
 {
-    const auto rows = db.select("SELECT order_id, product, product_num FROM orders WHERE user_id=? AND paid=0 AND"
-                                " created <= ?",
-                                {userId, now() - kOrderDelaySeconds});
-    for (const auto &r : rows) {
-        const QString product = r.at(1).toString();
-        const int num = r.at(2).toInt();
-        db.run("UPDATE orders SET paid=1 WHERE order_id=?", {r.at(0)});
-        if (product == QLatin1String("vip")) {
-            db.run("UPDATE users SET group_user='1', vip_level=MAX(vip_level, 1), ticket = ticket + ? WHERE user_id=?",
-                   {num * 2, userId});
-        } else {
-            addCoins(userId, num, QStringLiteral("充值"));
-        }
+    const auto rows = db.select("SELECT user_id, product, product_num FROM orders WHERE order_id=? AND paid=0", {orderId});
+    if (rows.isEmpty())
+        return false;
+    const qint64 userId = rows.first().at(0).toLongLong();
+    const int num = rows.first().at(2).toInt();
+    db.begin();
+    db.run("UPDATE orders SET paid=1 WHERE order_id=?", {orderId});
+    if (rows.first().at(1).toString() == QLatin1String("vip")) {
+        db.run("UPDATE users SET group_user='1', vip_level=MAX(vip_level, 1), ticket = ticket + ? WHERE user_id=?",
+               {num * 2, userId});
+    } else {
+        addCoins(userId, num, QStringLiteral("充值"));
     }
+    db.commit();
+    return true;
 }
 
 QString SiteContext::coverUrl(const SiteHttpRequest &r, qint64 comicId, bool original) const

@@ -53,8 +53,9 @@ public:
     QString issueKey(qint64 userId);
     QJsonObject userJson(const User &user, const SiteHttpRequest &request) const;
     void addCoins(qint64 userId, int amount, const QString &reason);
-    // Pays orders whose demo delay has passed; called before user data is read.
-    void settleOrders(qint64 userId);
+    // Marks an unpaid order paid and credits its coins or membership at once;
+    // false when the order is unknown or was paid before.
+    bool payOrder(const QString &orderId);
 
     // URLs of this server.
     QString coverUrl(const SiteHttpRequest &r, qint64 comicId, bool original = false) const;
@@ -86,5 +87,6 @@ public:
 private:
     void seedTucao();
     void seedComments();
+    void seedWallet();
     QString m_fallbackBase;
 };

@@ -23,6 +23,7 @@ QByteArray SiteHttpResponse::reasonPhrase(int status)
 {
     switch (status) {
     case 200: return "OK";
+    case 302: return "Found";
     case 400: return "Bad Request";
     case 401: return "Unauthorized";
     case 403: return "Forbidden";

@@ -2,9 +2,32 @@
 
 #include <QJsonArray>
 #include <QRandomGenerator>
+#include <QUrl>
 
 namespace {
 constexpr int kLogPageSize = 20;
+// The client's own URL scheme, by which the browser hands a paid order back to it.
+const QString kAppScheme = QStringLiteral("quorin");
+
+QByteArray appReturnUrl(const QString &orderId, bool paid)
+{
+    return kAppScheme.toLatin1() + "://pay?order_id=" + QUrl::toPercentEncoding(orderId) + "&state=" + (paid ? "1" : "0");
+}
+
+SiteHttpResponse htmlPage(const QString &body, int status = 200)
+{
+    const QString page = QStringLiteral(
+        "<!DOCTYPE html>\n<html lang=\"zh-CN\"><head><meta charset=\"utf-8\">"
+        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"><title>Quorin 收银台</title>"
+        "<style>body{font-family:sans-serif;background:#f4f1ea;color:#333;margin:0}"
+        "main{max-width:420px;margin:48px auto;background:#fff;border-radius:12px;padding:24px 28px}"
+        "dt{color:#888;font-size:14px}dd{margin:0 0 12px;font-size:18px}"
+        "a.button{display:inline-block;padding:10px 28px;border-radius:6px;text-decoration:none;margin-right:12px}"
+        "a.confirm{background:#e8553e;color:#fff}a.cancel{background:#ddd;color:#333}"
+        ".note{color:#999;font-size:12px;margin-top:24px}</style></head>"
+        "<body><main><h1>Quorin 收银台</h1>%1</main></body></html>\n").arg(body);
+    return SiteHttpResponse::bytes(page.toUtf8(), "text/html; charset=utf-8", status);
+}
 
 // "coin" / "1": coins, product_num coins, 100 coins a yuan; "vip" / "2":
 // membership, product_num months.
@@ -25,6 +48,7 @@ void SitePaymentApi::registerRoutes(SiteRouter &router)
     router.add(QStringLiteral("v3/app/ios/phone/vip/vipDiscount"), [this](const SiteHttpRequest &r) { return vipDiscount(r); });
     router.add(QStringLiteral("api/index.php"), [this](const SiteHttpRequest &r) { return payHostOrder(r); });
     router.add(QStringLiteral("pay/ajax.php"), [this](const SiteHttpRequest &r) { return payHostAjax(r); });
+    router.add(QStringLiteral("pay/cashier.php"), [this](const SiteHttpRequest &r) { return cashier(r); });
     router.add(QStringLiteral("harrowpay/vip_member_coin_req.php"), [this](const SiteHttpRequest &r) { return partnerOrder(r); });
     router.add(QStringLiteral("android/phone/ticket_log.php"), [this](const SiteHttpRequest &r) { return ticketLog(r); });
     router.add(QStringLiteral("ios/pad/coin_log.php"), [this](const SiteHttpRequest &r) { return coinLog(r); });
@@ -74,7 +98,7 @@ QJsonObject SitePaymentApi::orderJson(const QString &orderId, const SiteHttpRequ
         {"rmb", o.at(3).toInt()},
         {"create_time", o.at(4).toLongLong()},
         {"state", o.at(5).toInt()},
-        {"pay_url", m_ctx.base(r) + QStringLiteral("pay/ajax.php?mod=order&act=pay&order_id=") + orderId},
+        {"pay_url", m_ctx.base(r) + QStringLiteral("pay/cashier.php?order_id=") + orderId},
     };
 }
 
@@ -102,10 +126,10 @@ SiteHttpResponse SitePaymentApi::alipayStatus(const SiteHttpRequest &r)
     const QVariant owner = m_ctx.db.value("SELECT user_id FROM orders WHERE order_id=?", {orderId});
     if (!owner.isValid() || owner.toLongLong() != user->id)
         return SiteContext::v3Refusal(QStringLiteral("订单不存在"));
-    const auto fresh = m_ctx.user(user->id); // currentUser settled due orders already
     QJsonObject o = orderJson(orderId, r);
-    o.insert(QStringLiteral("coin"), fresh->coin);
-    o.insert(QStringLiteral("group_user"), fresh->groupUser);
+    o.insert(QStringLiteral("coin"), user->coin);
+    o.insert(QStringLiteral("group_user"), user->groupUser);
+    o.insert(QStringLiteral("ticket"), user->ticket);
     return SiteContext::v3(o, o.value(QStringLiteral("state")).toInt() == 1 ? QStringLiteral("支付成功")
                                                                            : QStringLiteral("等待支付"));
 }
@@ -140,14 +164,48 @@ SiteHttpResponse SitePaymentApi::payHostAjax(const SiteHttpRequest &r)
         const QVariant owner = m_ctx.db.value("SELECT user_id FROM orders WHERE order_id=?", {orderId});
         if (orderId.isEmpty() || !owner.isValid())
             return SiteContext::phpRefusal(QStringLiteral("订单不存在"));
-        if (act == QLatin1String("pay")) // the pay page: the order counts as paid at once
-            m_ctx.db.run("UPDATE orders SET created = MIN(created, ?) WHERE order_id=? AND paid=0",
-                         {SiteContext::now() - 3600, orderId});
-        m_ctx.settleOrders(owner.toLongLong());
+        if (act == QLatin1String("pay"))
+            m_ctx.payOrder(orderId);
         return SiteContext::php(orderJson(orderId, r), 1,
                                 act == QLatin1String("pay") ? QStringLiteral("支付成功") : QString());
     }
     return SiteContext::phpRefusal(QStringLiteral("未知的操作：mod=%1 act=%2").arg(mod.left(20), act.left(20)));
+}
+
+SiteHttpResponse SitePaymentApi::cashier(const SiteHttpRequest &r)
+{
+    const QString orderId = r.param(QStringLiteral("order_id"));
+    const auto rows = m_ctx.db.select("SELECT product, product_num, rmb, paid FROM orders WHERE order_id=?", {orderId});
+    if (orderId.isEmpty() || rows.isEmpty())
+        return htmlPage(QStringLiteral("<p>订单不存在或已失效。</p>"), 404);
+    const QString act = r.param(QStringLiteral("act"));
+    if (act == QLatin1String("confirm") || act == QLatin1String("cancel")) {
+        if (act == QLatin1String("confirm"))
+            m_ctx.payOrder(orderId);
+        const bool paid = m_ctx.db.value("SELECT paid FROM orders WHERE order_id=?", {orderId}).toInt() == 1;
+        SiteHttpResponse back = SiteHttpResponse::bytes(QByteArray(), "text/html; charset=utf-8", 302);
+        back.headers.append({"Location", appReturnUrl(orderId, paid)});
+        return back;
+    }
+    const auto &o = rows.first();
+    const QString product = o.at(0).toString() == QLatin1String("vip") ? QStringLiteral("%1个月会员").arg(o.at(1).toInt())
+                                                                       : QStringLiteral("%1个quorin币").arg(o.at(1).toInt());
+    const QString id = orderId.toHtmlEscaped();
+    const QString link = QStringLiteral("cashier.php?order_id=") + QString::fromLatin1(QUrl::toPercentEncoding(orderId));
+    QString body = QStringLiteral("<dl><dt>商品</dt><dd>%1</dd><dt>金额</dt><dd>¥%2</dd><dt>订单号</dt><dd>%3</dd></dl>")
+                       .arg(product.toHtmlEscaped())
+                       .arg(o.at(2).toInt())
+                       .arg(id);
+    if (o.at(3).toInt() == 1) {
+        body += QStringLiteral("<p>该订单已支付。</p><p><a class=\"button confirm\" href=\"%1\">返回 Quorin</a></p>")
+                    .arg(QString::fromLatin1(appReturnUrl(orderId, true)).toHtmlEscaped());
+    } else {
+        body += QStringLiteral("<p><a class=\"button confirm\" href=\"%1&amp;act=confirm\">确认支付</a>"
+                               "<a class=\"button cancel\" href=\"%1&amp;act=cancel\">取消</a></p>"
+                               "<p class=\"note\">演示站点的收银台：确认后即视为支付成功，不会产生真实扣款。</p>")
+                    .arg(link.toHtmlEscaped());
+    }
+    return htmlPage(body);
 }
 
 SiteHttpResponse SitePaymentApi::partnerOrder(const SiteHttpRequest &r)

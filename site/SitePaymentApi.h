@@ -3,9 +3,11 @@
 #include "SiteContext.h"
 #include "SiteRouter.h"
 
-// The demo payment flow: an order (coins or membership months) is created, and
-// is paid a short moment later (or at once when its pay page is opened), which
-// credits the coins or the membership. Also the wallet's history lists.
+// The demo payment flow: an order (coins or membership months) is created; it is
+// paid when the buyer confirms it on its cashier page (the order's "pay_url",
+// an HTML page for the system browser, which then returns to the app through
+// its URL scheme) or through "pay/ajax.php?mod=order&act=pay", which credits
+// the coins or the membership. Also the wallet's history lists.
 class SitePaymentApi
 {
 public:
@@ -18,6 +20,7 @@ private:
     SiteHttpResponse vipDiscount(const SiteHttpRequest &r);
     SiteHttpResponse payHostOrder(const SiteHttpRequest &r);
     SiteHttpResponse payHostAjax(const SiteHttpRequest &r);
+    SiteHttpResponse cashier(const SiteHttpRequest &r);
     SiteHttpResponse partnerOrder(const SiteHttpRequest &r);
     SiteHttpResponse ticketLog(const SiteHttpRequest &r);
     SiteHttpResponse coinLog(const SiteHttpRequest &r);

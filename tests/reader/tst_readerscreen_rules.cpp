@@ -710,38 +710,22 @@ void TestReaderScreenRules::bookmarkTwice()
     QCOMPARE(matching, 1);
 }
 
+// Going to the background saves the position at once (leaving by the back
+// button is the reader window suite's: it reads on where it stopped).
 void TestReaderScreenRules::leavingSavesThePosition()
 {
-    auto reader = std::make_unique<VORAReadHomePageViewController>();
-    QSignalSpy loaded(reader.get(), &VORAReadHomePageViewController::chapterLoaded);
-    reader->openComic(freeComic, QString(), VORAReadComicManager::kFirstPage);
+    VORAReadHomePageViewController reader;
+    QSignalSpy loaded(&reader, &VORAReadHomePageViewController::chapterLoaded);
+    reader.openComic(freeComic, QString(), VORAReadComicManager::kFirstPage);
     QVERIFY(waitForChapter(0, loaded));
-    reader->quickTurnPage(4);
-    const QString chapterId = reader->chapterId();
-    const QString pageId = reader->pageId();
-    // Going to the background saves at once.
-    QSignalSpy saved(reader.get(), &VORAReadHomePageViewController::readingPositionSaved);
+    reader.quickTurnPage(4);
+    QSignalSpy saved(&reader, &VORAReadHomePageViewController::readingPositionSaved);
     NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::applicationExit));
     QTRY_COMPARE(saved.count(), 1);
     QCOMPARE(saved.first().first().toString(), freeComic);
-    {
-        VORADatabaseManager db;
-        const ReadHistoryPtr early = db.getReadHistoryWithComic(freeComic);
-        QVERIFY(early);
-        QCOMPARE(early->pageId(), pageId);
-    }
-    reader->quickTurnPage(5);
-    const QString lastPageId = reader->pageId();
-    QSignalSpy closed(reader.get(), &VORAReadHomePageViewController::closed);
-    reader->backPreviousPage();
-    QVERIFY(!reader->isActive());
-    QTRY_COMPARE(closed.count(), 1);
-    VORADatabaseManager db;
-    const ReadHistoryPtr history = db.getReadHistoryWithComic(freeComic);
+    const ReadHistoryPtr history = VORADatabaseManager().getReadHistoryWithComic(freeComic);
     QVERIFY(history);
-    QCOMPARE(history->chapterId(), chapterId);
-    QCOMPARE(history->pageId(), lastPageId);
-    QVERIFY(db.getRecentReadInfoWithComic(freeComic));
+    QCOMPARE(history->pageId(), reader.pageId());
 }
 
 void TestReaderScreenRules::aRefusedChapterLeavesTheOneOnScreen()

@@ -49,15 +49,14 @@ private slots:
     void conversion();
     void displayFrameRoundTrip_data();
     void displayFrameRoundTrip();
-    void playbackPlaces();
+    void playback_data();
+    void playback();
     void playbackTimersAndPages();
     void groupStepping_data();
     void groupStepping();
     void groupSteppingDebounced();
-    void groupsThenPlaybackShowEachOnce();
     void pauseStopsThePendingStart_data();
     void pauseStopsThePendingStart();
-    void editsOnThePage();
     void ownTucaoLongPress_data();
     void ownTucaoLongPress();
     void menuSwitchPersisted();
@@ -182,50 +181,86 @@ void TestTucaoRules::displayFrameRoundTrip()
         QCOMPARE(got, stored); // half size: nothing lost
 }
 
-void TestTucaoRules::playbackPlaces()
+// A page's playback driven step by step: "start", "show" (one more comes in;
+// "showN": N more), "next" group, "pause", "play", "hide", "remove:<id>"
+// (taken off; "absent:<id>" finds nothing to take), "putBack:<id>" (moved and
+// put back), "new:<id>" (just published); then the ids on screen in their
+// places, the page's number of tucao and whether it is still playing.
+void TestTucaoRules::playback_data()
 {
+    QTest::addColumn<QSizeF>("image");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QStringList>("shown");
+    QTest::addColumn<int>("total");
+    QTest::addColumn<bool>("playing");
+    QStringList places;
+    for (int i = 1; i <= 21; ++i)
+        places << QString::number(i);
+    QStringList wrapped = places; // the 22nd to 25th take places 1 to 4 (21 mod 20 ... 24 mod 20)
+    for (int i = 22; i <= 25; ++i)
+        wrapped[(i - 1) % 20] = QString::number(i);
+    const QSizeF page(1000, 1500), groupsOf3(300, 450);
+    QTest::newRow("21 places") << page << 25 << "start show21" << places << 25 << true;
+    QTest::newRow("later ones take earlier places") << page << 25 << "start show25" << wrapped << 25 << true;
+    QTest::newRow("all played: the timer stops") << page << 25 << "start show26" << wrapped << 25 << false;
+    QTest::newRow("hidden") << page << 25 << "start show5 hide" << QStringList() << 25 << false;
+    QTest::newRow("a group, then playback shows each once")
+        << groupsOf3 << 6 << "start show next pause play show5" << QStringList{"4", "5", "6", "2", "3"} << 6 << true;
+    QTest::newRow("a shown one taken off") << page << 6 << "start show3 remove:2 absent:2 absent:"
+                                           << QStringList{"1", "3"} << 5 << true;
+    QTest::newRow("playing on after the last shown") << page << 6 << "start show3 remove:2 show"
+                                                     << QStringList{"1", "3", "4"} << 5 << true;
+    QTest::newRow("taken off while in a group") << groupsOf3 << 6 << "start show next pause play show5 remove:5"
+                                                << QStringList{"4", "6", "2", "3"} << 5 << true;
+    QTest::newRow("put back at once, and not again")
+        << page << 6 << "start show3 remove:2 show putBack:5 show2" << QStringList{"1", "3", "4", "5", "6"} << 5 << false;
+    QTest::newRow("published before playback") << page << 2 << "new:99" << QStringList{"99"} << 3 << false;
+}
+
+void TestTucaoRules::playback()
+{
+    QFETCH(QSizeF, image);
+    QFETCH(int, count);
+    QFETCH(QString, script);
+    QFETCH(QStringList, shown);
+    QFETCH(int, total);
+    QFETCH(bool, playing);
     VORATucaoPlayback playback;
     QAbstractItemModelTester tester(&playback, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    playback.setImageSize(QSizeF(1000, 1500));
-    playback.setTucaoList(makeTucaoList(25));
-    playback.setPageIndex(3);
-    playback.setCurrentImagePageIndex(3);
-
-    playback.setTucao();
-    QVERIFY(playback.isStartPending());
-    playback.startTucaoPlayback();
-    QVERIFY(!playback.isStartPending());
-    QVERIFY(playback.showTucaoFlag());
-    QVERIFY(playback.isPlaying());
-    QCOMPARE(playback.currentTucaoPageIndex(), 1);
-    QCOMPARE(playback.count(), 0);
-
-    QStringList expected;
-    for (int i = 1; i <= 21; ++i) {
-        playback.showTucaoOneByOne();
-        expected.append(QString::number(i));
+    playback.setImageSize(image);
+    playback.setTucaoList(makeTucaoList(count));
+    for (const QString &step : script.split(QLatin1Char(' '))) {
+        const QString id = step.section(QLatin1Char(':'), 1);
+        if (step == QLatin1String("start")) {
+            playback.startTucaoPlayback();
+        } else if (step.startsWith(QLatin1String("show"))) {
+            for (int i = 0; i < std::max(1, step.mid(4).toInt()); ++i)
+                playback.showTucaoOneByOne();
+        } else if (step == QLatin1String("next")) {
+            playback.nextPageTucao();
+        } else if (step == QLatin1String("pause") || step == QLatin1String("play")) {
+            playback.playTucao(step == QLatin1String("play"));
+        } else if (step == QLatin1String("hide")) {
+            playback.hideTucaoView();
+        } else if (step.startsWith(QLatin1String("remove:")) || step.startsWith(QLatin1String("absent:"))) {
+            QCOMPARE(playback.removeTucao(id), step.startsWith(QLatin1String("remove:")));
+        } else if (step.startsWith(QLatin1String("putBack:"))) {
+            VORATucao moved = *playback.tucaoWithId(id);
+            moved.x = 500;
+            playback.addTucao(moved);
+            QCOMPARE(playback.tucaoWithId(id)->x, 500);
+        } else {
+            VORATucao fresh;
+            fresh.tucaoId = id;
+            playback.addTucao(fresh);
+        }
     }
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), expected);
-
-    // The 22nd to 25th take places 1, 2, 3, 4 (21 mod 20 ... 24 mod 20).
-    for (int i = 22; i <= 25; ++i) {
-        playback.showTucaoOneByOne();
-        expected[(i - 1) % 20] = QString::number(i);
-    }
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), expected);
-    QCOMPARE(playback.count(), 21);
-    QCOMPARE(playback.currentTucaoShowIndex(), 25);
-
-    // All played: the timer stops and nothing changes.
-    QVERIFY(playback.isPlaying());
-    playback.showTucaoOneByOne();
-    QVERIFY(!playback.isPlaying());
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), expected);
-
-    playback.hideTucaoView();
-    QCOMPARE(playback.count(), 0);
-    QCOMPARE(playback.currentTucaoShowIndex(), 0);
-    QVERIFY(!playback.showTucaoFlag());
+    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), shown);
+    QCOMPARE(playback.tucaoCount(), total);
+    QCOMPARE(playback.isPlaying(), playing);
+    for (int row = 0; row < playback.count(); ++row) // every row keeps its tucao
+        QVERIFY(!playback.tucaoAt(row).value("tucaoId").toString().isEmpty());
 }
 
 void TestTucaoRules::playbackTimersAndPages()
@@ -347,28 +382,6 @@ void TestTucaoRules::groupSteppingDebounced()
     QCOMPARE(playback.count(), 0);
 }
 
-void TestTucaoRules::groupsThenPlaybackShowEachOnce()
-{
-    VORATucaoPlayback playback;
-    QAbstractItemModelTester tester(&playback, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    playback.setImageSize(QSizeF(300, 450)); // groups of 3
-    playback.setTucaoList(makeTucaoList(6));
-    playback.startTucaoPlayback();
-    playback.showTucaoOneByOne();
-    playback.nextPageTucao(); // 4, 5, 6 on screen
-    playback.playTucao(false);
-    playback.playTucao(true);
-    for (int i = 0; i < 5; ++i)
-        playback.showTucaoOneByOne();
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"4", "5", "6", "2", "3"}));
-
-    // Every row still has its tucao after one is taken off.
-    QVERIFY(playback.removeTucao(QStringLiteral("5")));
-    QCOMPARE(playback.count(), 4);
-    for (int row = 0; row < playback.count(); ++row)
-        QVERIFY(!playback.tucaoAt(row).value("tucaoId").toString().isEmpty());
-}
-
 void TestTucaoRules::pauseStopsThePendingStart_data()
 {
     QTest::addColumn<QString>("press");
@@ -396,48 +409,6 @@ void TestTucaoRules::pauseStopsThePendingStart()
         playback.showLastPageTucao();
     QVERIFY(!playback.isStartPending());
     QVERIFY(!playback.isPlaying());
-}
-
-void TestTucaoRules::editsOnThePage()
-{
-    VORATucaoPlayback playback;
-    QAbstractItemModelTester tester(&playback, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    playback.setImageSize(QSizeF(1000, 1500));
-    playback.setTucaoList(makeTucaoList(6));
-    playback.startTucaoPlayback();
-    for (int i = 0; i < 3; ++i)
-        playback.showTucaoOneByOne();
-
-    // Taking a shown tucao off: gone from the list and the screen, and the
-    // playback goes on with the one after the last shown.
-    QVERIFY(playback.removeTucao(QStringLiteral("2")));
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3"}));
-    QCOMPARE(idsOf(playback.tucaoViewLists()), QStringList({"1", "3", "4", "5", "6"}));
-    playback.showTucaoOneByOne();
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3", "4"}));
-    QVERIFY(!playback.removeTucao(QStringLiteral("2")));
-    QVERIFY(!playback.removeTucao(QString()));
-
-    // One put back (moved) replaces its old self and shows at once, and the
-    // playback does not bring it in a second time.
-    VORATucao moved = *playback.tucaoWithId(QStringLiteral("5"));
-    moved.x = 500;
-    playback.addTucao(moved);
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3", "4", "5"}));
-    QCOMPARE(playback.tucaoWithId(QStringLiteral("5"))->x, 500);
-    QCOMPARE(playback.tucaoCount(), 5);
-    playback.showTucaoOneByOne();
-    playback.showTucaoOneByOne();
-    QCOMPARE(idsOf(playback.currentDisplayTucaoViewList()), QStringList({"1", "3", "4", "5", "6"}));
-
-    // A new one (published) joins the page, even before playback started.
-    VORATucaoPlayback idle;
-    idle.setTucaoList(makeTucaoList(2));
-    VORATucao fresh;
-    fresh.tucaoId = QStringLiteral("99");
-    idle.addTucao(fresh);
-    QCOMPARE(idsOf(idle.currentDisplayTucaoViewList()), QStringList({"99"}));
-    QCOMPARE(idsOf(idle.tucaoViewLists()), QStringList({"99", "1", "2"}));
 }
 
 void TestTucaoRules::ownTucaoLongPress_data()

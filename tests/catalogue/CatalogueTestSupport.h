@@ -17,6 +17,7 @@
 #include "store/VORADatabaseManager.h"
 
 #include <QObject>
+#include <QTcpServer>
 #include <QTest>
 #include <QVariantMap>
 
@@ -81,6 +82,16 @@ inline bool signInAs(const QString &userName, const QString &password)
     VORAAccountFiller::fillUserWithReturnData(*user, answer.returnData(), 1);
     global->saveUser();
     return user->isLogin();
+}
+
+// Points the app at a loopback port nobody listens on.
+inline void pointAtClosedPort()
+{
+    QTcpServer closed;
+    QVERIFY(closed.listen(QHostAddress::LocalHost));
+    const quint16 port = closed.serverPort();
+    closed.close();
+    qputenv("QUORIN_API_BASE", QByteArrayLiteral("http://127.0.0.1:") + QByteArray::number(port) + '/');
 }
 
 // The site and a fresh app home for one test executable.

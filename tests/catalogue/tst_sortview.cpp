@@ -131,7 +131,6 @@ void TestSortView::filterButtonsSendTheirWireValues()
         QTRY_VERIFY_WITH_TIMEOUT(!answered.isEmpty(), 10000);
         QVERIFY(!view->loadingPanel());
         QCOMPARE(m_env.site->requestCount(listPath), before + 1);
-        QVERIFY(view->comicList()->count() > 0);
         QVERIFY(!view->filterTitle().isEmpty());
         query = lastListQuery(*m_env.site);
     } else {
@@ -305,11 +304,7 @@ void TestSortView::malformedAnswers()
 
 void TestSortView::noNetworkSendsNothing()
 {
-    QTcpServer closed;
-    QVERIFY(closed.listen(QHostAddress::LocalHost));
-    const quint16 port = closed.serverPort();
-    closed.close();
-    qputenv("QUORIN_API_BASE", QStringLiteral("http://127.0.0.1:%1/").arg(port).toUtf8());
+    pointAtClosedPort();
     AlertRecorder alerts;
     auto view = makeView();
     QSignalSpy answered(view.get(), &VORASortView::answered);

@@ -125,7 +125,6 @@ void TestShelfLists::archivePaths()
         VORAPersistenceManager::saveSkinFile(QCborArray{"red"}, name); // refused quietly
         QVERIFY(VORAPersistenceManager::loadSkinWithSkin(name).isEmpty());
     }
-    QVERIFY(VORAPersistenceManager::loadObject("User", VORAPersistenceManager::userFile()).isUndefined());
 }
 
 void TestShelfLists::recentReadingKeepsThirty()

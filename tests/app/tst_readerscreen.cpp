@@ -96,6 +96,7 @@ void TestReaderScreen::readingAChapterFromTheDetailPage()
 
     // A single tap in the middle shows the bars with the title and the page
     // (a double tap's zoom is tst_tucaoreader's).
+    QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(1), 15000);
     app.tap(middle);
     QTRY_VERIFY(reader->menuShown());
     QVERIFY(showBars(app));

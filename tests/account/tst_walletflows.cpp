@@ -1,19 +1,67 @@
 // The wallet against the reference site over loopback, in a temporary app
-// home: the three history lists paging to their end.
+// home: a coin top-up paid on the site's cashier page as a browser would, the
+// way back through "safariSuccess" and the purchase it makes possible; an
+// order left unpaid; the three history lists paging to their end.
 
 #include "../catalogue/CatalogueTestSupport.h"
 
+#include "account/VORAPayViewController.h"
 #include "account/VORAWalletHistoryModel.h"
+#include "catalogue/VORAChapterPurchase.h"
+#include "net/VORABuyChapterService.h"
+#include "net/VORAGetComicBasicInfoService.h"
 
 #include <QAbstractItemModelTester>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSignalSpy>
+
+namespace {
+// Opens the cashier page as the browser does, follows its link for `act`
+// ("confirm" or "cancel") and hands the address it is sent back to over to the
+// app the way the app's delegate does (without "quorin://", unescaped).
+void payInBrowser(const QUrl &cashier, const QString &act, QString *returned)
+{
+    QNetworkAccessManager browser;
+    auto get = [&browser](const QUrl &url) {
+        QNetworkRequest request(url);
+        request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+        return std::unique_ptr<QNetworkReply>(browser.get(request));
+    };
+    const auto page = get(cashier);
+    QTRY_VERIFY(page->isFinished());
+    const QString html = QString::fromUtf8(page->readAll());
+    const auto link = QRegularExpression(QStringLiteral("href=\"([^\"]*act=%1)\"").arg(act)).match(html);
+    QVERIFY2(link.hasMatch(), qPrintable(html));
+    const auto answer = get(cashier.resolved(QUrl(link.captured(1).replace(QStringLiteral("&amp;"), QStringLiteral("&")))));
+    QTRY_VERIFY(answer->isFinished());
+    QCOMPARE(answer->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 302);
+    const QString location = QString::fromUtf8(answer->rawHeader("Location"));
+    QVERIFY(location.startsWith(QStringLiteral("quorin://pay?")));
+    *returned = location;
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::safariSuccess), nullptr,
+                                             {{QStringLiteral("object"), QUrl::fromPercentEncoding(location.mid(9).toUtf8())}});
+}
+
+VORAChapterPurchase::Answer buyChapters(VORABuyChapterService &buy)
+{
+    ServiceWaiter waiter;
+    buy.asynchronousRequestWithDelegate(&waiter);
+    if (!QTest::qWaitFor([&] { return waiter.done; }, 10000))
+        return VORAChapterPurchase::Answer::TransportFailed;
+    return VORAChapterPurchase::readBuyAnswer(buy, nullptr);
+}
+}
 
 class TestWalletFlows : public QObject
 {
     Q_OBJECT
 private slots:
     void initTestCase();
+    void topUpLetsARefusedPurchaseGoThrough();
+    void unpaidOrderStaysUnpaid();
     void historyPagesToItsEnd_data();
     void historyPagesToItsEnd();
 
@@ -25,6 +73,72 @@ void TestWalletFlows::initTestCase()
 {
     QVERIFY(m_env.start());
     qputenv("QUORIN_PAY_BASE", m_env.site->baseUrl().toString().toUtf8());
+}
+
+void TestWalletFlows::topUpLetsARefusedPurchaseGoThrough()
+{
+    QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+    VORAUser *user = VORAAppGlobalData::shareAppGlobalData()->user();
+    VORAGetComicBasicInfoService detail;
+    detail.comicId = QStringLiteral("10002");
+    ServiceWaiter waiter;
+    detail.asynchronousRequestWithDelegate(&waiter);
+    QTRY_VERIFY(waiter.done && detail.comicInfo());
+    const QList<VORAChapterInfoDTO> chapters = detail.comicInfo()->chapterList;
+    VORABuyChapterService buy;
+    buy.comicId = detail.comicId;
+    buy.chapterArray = VORAChapterPurchase::unboughtPaidChapterIds(chapters);
+    QVERIFY(VORAChapterPurchase::wholeComicTotal(chapters) > user->userCoin());
+    QCOMPARE(buyChapters(buy), VORAChapterPurchase::Answer::Refused);
+
+    VORAPayViewController pay;
+    QSignalSpy opened(&pay, &VORAPayViewController::openUrlRequested);
+    QSignalSpy paid(&pay, &VORAPayViewController::paid);
+    int announced = 0;
+    NotificationCenter::defaultCenter().addObserver(&pay, QString::fromLatin1(VORANotificationNames::buyVIPorCoinSuccess),
+                                                    [&announced](const Notification &) { ++announced; });
+    pay.pushPayVC(VORAPayViewController::Coins);
+    pay.setSelectedIndex(pay.packages()->count() - 1);
+    const int coins = pay.packages()->packageAt(pay.selectedIndex())->amount;
+    pay.placeOrder();
+    QTRY_COMPARE(opened.count(), 1);
+    QCOMPARE(pay.state(), VORAPayViewController::WaitingForPayment);
+    QString returned;
+    payInBrowser(opened.at(0).at(0).toUrl(), QStringLiteral("confirm"), &returned);
+    QCOMPARE(returned, QStringLiteral("quorin://pay?order_id=%1&state=1").arg(pay.orderId()));
+    QTRY_COMPARE(paid.count(), 1);
+    QCOMPARE(announced, 1);
+    QCOMPARE(user->userCoin(), 100 + coins);
+    QCOMPARE(VORAUser::initWithCoder(user->encodeWithCoder()).userCoin(), 100 + coins);
+
+    QCOMPARE(buyChapters(buy), VORAChapterPurchase::Answer::Bought);
+}
+
+void TestWalletFlows::unpaidOrderStaysUnpaid()
+{
+    QVERIFY(signInAs(QString(), QString()));
+    VORAPayViewController pay;
+    QSignalSpy opened(&pay, &VORAPayViewController::openUrlRequested);
+    QSignalSpy signIn(&pay, &VORAPayViewController::signInRequested);
+    pay.pushPayVC(VORAPayViewController::Membership);
+    QTRY_COMPARE(pay.state(), VORAPayViewController::Choosing);
+    QVERIFY(pay.packages()->count() > 0);
+    pay.placeOrder(); // signed out: no order
+    QCOMPARE(signIn.count(), 1);
+    QCOMPARE(pay.state(), VORAPayViewController::Choosing);
+
+    QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
+    pay.placeOrder();
+    QTRY_COMPARE(opened.count(), 1);
+    QString returned;
+    payInBrowser(pay.payUrl(), QStringLiteral("cancel"), &returned);
+    QVERIFY(returned.endsWith(QStringLiteral("&state=0")));
+    QTRY_VERIFY(pay.message().contains(QStringLiteral("尚未支付")));
+    pay.checkPayment(); // "我已完成支付" without paying
+    QCOMPARE(pay.state(), VORAPayViewController::Checking);
+    QTRY_COMPARE(pay.state(), VORAPayViewController::WaitingForPayment);
+    QVERIFY(pay.message().contains(QStringLiteral("尚未支付")));
+    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->user()->vipUser(), QStringLiteral("0"));
 }
 
 void TestWalletFlows::historyPagesToItsEnd_data()

@@ -51,7 +51,7 @@ private slots:
     void displayFrameRoundTrip();
     void playback_data();
     void playback();
-    void playbackTimersAndPages();
+    void playbackTimers();
     void groupStepping_data();
     void groupStepping();
     void groupSteppingDebounced();
@@ -182,7 +182,9 @@ void TestTucaoRules::displayFrameRoundTrip()
 }
 
 // A page's playback driven step by step: "start", "show" (one more comes in;
-// "showN": N more), "next" group, "pause", "play", "hide", "remove:<id>"
+// "showN": N more), "next" group, "pause", "play", "hide", "away" (another
+// page is current now), "begin" (the page asks to play), "list:<n>" (a new
+// list of n for the page), "remove:<id>"
 // (taken off; "absent:<id>" finds nothing to take), "putBack:<id>" (moved and
 // put back), "new:<id>" (just published); then the ids on screen in their
 // places, the page's number of tucao and whether it is still playing.
@@ -205,6 +207,11 @@ void TestTucaoRules::playback_data()
     QTest::newRow("later ones take earlier places") << page << 25 << "start show25" << wrapped << 25 << true;
     QTest::newRow("all played: the timer stops") << page << 25 << "start show26" << wrapped << 25 << false;
     QTest::newRow("hidden") << page << 25 << "start show5 hide" << QStringList() << 25 << false;
+    QTest::newRow("paused: they stay") << page << 3 << "start show pause" << QStringList{"1"} << 3 << false;
+    QTest::newRow("played again") << page << 3 << "start show pause play" << QStringList{"1"} << 3 << true;
+    QTest::newRow("not the current page: no playing") << page << 3 << "start show pause away begin play"
+                                                      << QStringList{"1"} << 3 << false;
+    QTest::newRow("a new list stops and empties") << page << 3 << "start show list:5" << QStringList() << 5 << false;
     QTest::newRow("a group, then playback shows each once")
         << groupsOf3 << 6 << "start show next pause play show5" << QStringList{"4", "5", "6", "2", "3"} << 6 << true;
     QTest::newRow("a shown one taken off") << page << 6 << "start show3 remove:2 absent:2 absent:"
@@ -243,6 +250,12 @@ void TestTucaoRules::playback()
             playback.playTucao(step == QLatin1String("play"));
         } else if (step == QLatin1String("hide")) {
             playback.hideTucaoView();
+        } else if (step == QLatin1String("away")) {
+            playback.setCurrentImagePageIndex(playback.pageIndex() + 1);
+        } else if (step == QLatin1String("begin")) {
+            playback.beginShowTucao();
+        } else if (step.startsWith(QLatin1String("list:"))) {
+            playback.setTucaoList(makeTucaoList(id.toInt()));
         } else if (step.startsWith(QLatin1String("remove:")) || step.startsWith(QLatin1String("absent:"))) {
             QCOMPARE(playback.removeTucao(id), step.startsWith(QLatin1String("remove:")));
         } else if (step.startsWith(QLatin1String("putBack:"))) {
@@ -263,44 +276,16 @@ void TestTucaoRules::playback()
         QVERIFY(!playback.tucaoAt(row).value("tucaoId").toString().isEmpty());
 }
 
-void TestTucaoRules::playbackTimersAndPages()
+// The timers call the same steps: after the start delay, the tucao come in.
+void TestTucaoRules::playbackTimers()
 {
     VORATucaoPlayback playback;
     playback.setImageSize(QSizeF(1000, 1500));
     playback.setTucaoList(makeTucaoList(3));
-    playback.setPageIndex(2);
-    playback.setCurrentImagePageIndex(2);
-
-    // The timers call the same steps: after the start delay, the tucao come in.
     playback.setTimerIntervals(20, 10, 10);
     playback.setTucao();
     QTRY_COMPARE(playback.count(), 3);
     QTRY_VERIFY(!playback.isPlaying());
-
-    // Paused: the tucao stay, the playback stops; playing again goes on.
-    playback.hideTucaoView();
-    playback.startTucaoPlayback();
-    playback.showTucaoOneByOne();
-    playback.playTucao(false);
-    QVERIFY(!playback.isPlaying());
-    QCOMPARE(playback.count(), 1);
-    playback.playTucao(true);
-    QVERIFY(playback.isPlaying());
-
-    // A page that is no longer the current one does not play.
-    playback.setCurrentImagePageIndex(3);
-    playback.beginShowTucao();
-    QVERIFY(!playback.isPlaying());
-    playback.playTucao(true);
-    QVERIFY(!playback.isPlaying());
-
-    // A new list for the page stops everything and empties the screen.
-    playback.startTucaoPlayback();
-    playback.showTucaoOneByOne();
-    playback.setTucaoList(makeTucaoList(5));
-    QCOMPARE(playback.count(), 0);
-    QVERIFY(!playback.isPlaying());
-    QCOMPARE(playback.currentTucaoShowIndex(), 0);
 }
 
 // Steps through the groups (the first row while playing): "n" next, "p"

@@ -125,7 +125,6 @@ void TestReaderPanelsRules::bookmarkOrder()
     QAbstractItemModelTester tester(panel->bookmarkListModel());
     QCOMPARE(pageIdsOf(panel->mybookmarkList()), newestFirst);
     QCOMPARE(panel->bookmarkType(), 1);
-    QCOMPARE(panel->bookmarkListModel()->count(), pages.size());
 
     panel->chapterSort(); // the sort button
     QCOMPARE(pageIdsOf(panel->mybookmarkList()), oldestFirst);
@@ -159,7 +158,6 @@ void TestReaderPanelsRules::bookmarkDeletionByComic()
     // comic's first stored bookmark, the newer one.
     panel->deleteCurrentBookmarkAtRow(2);
     QCOMPARE(pageIdsOf(panel->mybookmarkList()), (QStringList{"a-new", "b"}));
-    QCOMPARE(panel->bookmarkListModel()->count(), 2);
     panel->deleteCurrentBookmarkAtRow(7); // no such row
     panel->deleteCurrentBookmarkAtRow(-1);
     QCOMPARE(panel->bookmarkListModel()->count(), 2);
@@ -175,7 +173,6 @@ void TestReaderPanelsRules::bookmarkDeletionByComic()
     panel = openBookmarkPanel();
     QVERIFY(panel);
     QVERIFY(panel->mybookmarkList().isEmpty());
-    QCOMPARE(panel->bookmarkListModel()->count(), 0);
 }
 
 void TestReaderPanelsRules::bookmarkRowTapClosesThePanel()

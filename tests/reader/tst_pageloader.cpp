@@ -180,14 +180,6 @@ void TestPageLoader::downloadFillsCacheAndBringsTucao()
     QCOMPARE(query.queryItemValue("last_id"), QStringLiteral("100000000"));
     QCOMPARE(query.queryItemValue("type"), QStringLiteral("next_page"));
     QVERIFY(!query.hasQueryItem("first_id"));
-
-    // Another loader of the page takes the cache; the tucao are asked again.
-    const int tucao = m_env.site->requestCount(tucaoPath);
-    PageRun again(info);
-    QVERIFY(again.run());
-    QCOMPARE(*again.recorder.pages.last().image, *page.image);
-    QCOMPARE(m_env.site->requestCount(imagePathOf(info)), images + 1);
-    QCOMPARE(m_env.site->requestCount(tucaoPath), tucao + 1);
 }
 
 // --- Cancelling ---

@@ -1,7 +1,7 @@
 // The wallet against the reference site over loopback, in a temporary app
 // home: a coin top-up paid on the site's cashier page as a browser would, the
-// way back through "safariSuccess" and the purchase it makes possible; an
-// order left unpaid; the three history lists paging to their end.
+// way back through "safariSuccess" and the purchase it makes possible; a
+// membership order left unpaid, then paid; the history lists paging to their end.
 
 #include "../catalogue/CatalogueTestSupport.h"
 
@@ -61,7 +61,7 @@ class TestWalletFlows : public QObject
 private slots:
     void initTestCase();
     void topUpLetsARefusedPurchaseGoThrough();
-    void unpaidOrderStaysUnpaid();
+    void membershipOrderWaitsForItsPayment();
     void historyPagesToItsEnd_data();
     void historyPagesToItsEnd();
 
@@ -114,7 +114,7 @@ void TestWalletFlows::topUpLetsARefusedPurchaseGoThrough()
     QCOMPARE(buyChapters(buy), VORAChapterPurchase::Answer::Bought);
 }
 
-void TestWalletFlows::unpaidOrderStaysUnpaid()
+void TestWalletFlows::membershipOrderWaitsForItsPayment()
 {
     QVERIFY(signInAs(QString(), QString()));
     VORAPayViewController pay;
@@ -138,7 +138,15 @@ void TestWalletFlows::unpaidOrderStaysUnpaid()
     QCOMPARE(pay.state(), VORAPayViewController::Checking);
     QTRY_COMPARE(pay.state(), VORAPayViewController::WaitingForPayment);
     QVERIFY(pay.message().contains(QStringLiteral("尚未支付")));
-    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->user()->vipUser(), QStringLiteral("0"));
+    VORAUser *user = VORAAppGlobalData::shareAppGlobalData()->user();
+    QCOMPARE(user->vipUser(), QStringLiteral("0"));
+
+    // Paid later all the same: the membership and its tickets reach the user.
+    const qint64 tickets = user->ticket();
+    payInBrowser(pay.payUrl(), QStringLiteral("confirm"), &returned);
+    QTRY_COMPARE(pay.state(), VORAPayViewController::Paid);
+    QCOMPARE(user->vipUser(), QStringLiteral("1"));
+    QCOMPARE(user->ticket(), tickets + 2 * pay.packages()->packageAt(0)->amount);
 }
 
 void TestWalletFlows::historyPagesToItsEnd_data()

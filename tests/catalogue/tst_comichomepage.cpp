@@ -196,7 +196,6 @@ void TestComicHomePage::headAndChapterSort()
     QCOMPARE(chapters->index(0).data(VORAChapterView::SizeTextRole).toString().left(3), QStringLiteral("60P"));
 
     chapters->chapterSortUp();
-    QVERIFY(!chapters->ascending());
     QCOMPARE(chapters->index(0).data(VORAChapterView::ChapterIndexRole).toInt(), n - 1);
     QStringList reversed = serverOrder;
     std::reverse(reversed.begin(), reversed.end());
@@ -208,9 +207,6 @@ void TestComicHomePage::headAndChapterSort()
     QCOMPARE(read.count(), 1);
     QCOMPARE(read.first().at(1).toString(), serverOrder.last());
 
-    chapters->chapterSortUp();
-    QVERIFY(chapters->ascending());
-    QCOMPARE(chapters->chapterIds(), serverOrder);
     view->readCurrentChapterAtRow(n); // out of range: nothing
     QCOMPARE(read.count(), 1);
 }

@@ -127,7 +127,7 @@ bool ASIHTTPRequest::startReply()
     const QString scheme = m_url.scheme().toLower();
     if (!m_url.isValid() || m_url.host().isEmpty()
         || (scheme != QLatin1String("http") && scheme != QLatin1String("https"))) {
-        qCWarning(lcNet) << "cannot start a request for" << m_url.toString();
+        qCWarning(lcNet) << "cannot start a request for" << netLogSafe(m_url);
         return false;
     }
     buildPostBody();
@@ -173,7 +173,7 @@ void ASIHTTPRequest::startAsynchronous()
         return;
     m_synchronous = false;
     if (qApp && QThread::currentThread() != qApp->thread())
-        qCWarning(lcNet) << "asynchronous request started off the main thread:" << m_url;
+        qCWarning(lcNet) << "asynchronous request started off the main thread:" << netLogSafe(m_url);
     if (!startReply()) {
         // Reported from the event loop, as any other outcome.
         QMetaObject::invokeMethod(
@@ -237,7 +237,7 @@ void ASIHTTPRequest::onProgress()
     if (m_reply && m_reply->isOpen() && m_reply->bytesAvailable() > 0) {
         m_responseData += m_reply->readAll();
         if (m_responseData.size() > maxResponseSize) {
-            qCWarning(lcNet) << "answer too large, dropped:" << m_url;
+            qCWarning(lcNet) << "answer too large, dropped:" << netLogSafe(m_url);
             detachReply();
             m_responseData.clear();
             failWithError(NetError::asiError(NetError::ConnectionFailureErrorType));
@@ -252,7 +252,7 @@ void ASIHTTPRequest::onTimeOut()
 {
     if (m_complete.load())
         return;
-    qCInfo(lcNet) << "request timed out after" << m_timeOutSeconds << "s:" << m_url;
+    qCInfo(lcNet) << "request timed out after" << m_timeOutSeconds << "s:" << netLogSafe(m_url);
     m_timedOut = true;
     if (m_reply)
         m_reply->abort(); // finishes the reply at once
@@ -297,7 +297,7 @@ void ASIHTTPRequest::onReplyFinished()
     } else if (error == QNetworkReply::ProtocolUnknownError) {
         failWithError(NetError::asiError(NetError::InternalErrorWhileBuildingRequestType));
     } else {
-        qCInfo(lcNet) << "request failed:" << m_url << error;
+        qCInfo(lcNet) << "request failed:" << netLogSafe(m_url) << error;
         failWithError(NetError::asiError(NetError::ConnectionFailureErrorType));
     }
 }

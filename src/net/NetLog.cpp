@@ -1,3 +1,19 @@
 #include "net/NetLog.h"
 
+#include <QRegularExpression>
+#include <QUrl>
+
 Q_LOGGING_CATEGORY(lcNet, "quorin.net")
+
+QString netLogSafe(const QString &urlText)
+{
+    static const QRegularExpression password(QStringLiteral("([?&]password=)[^&#]*"),
+                                             QRegularExpression::CaseInsensitiveOption);
+    QString text = urlText;
+    return text.replace(password, QStringLiteral("\\1***"));
+}
+
+QString netLogSafe(const QUrl &url)
+{
+    return netLogSafe(url.toString(QUrl::FullyEncoded));
+}

@@ -82,7 +82,7 @@ QString VORAHttpBaseWebService::getRequestUrl() const
         for (const auto &p : params)
             url += p.first + QLatin1Char('=') + p.second + QLatin1Char('&');
     }
-    qCDebug(lcNet).noquote() << "requestUrl =" << url;
+    qCDebug(lcNet).noquote() << "requestUrl =" << netLogSafe(url);
     return url;
 }
 
@@ -91,7 +91,14 @@ std::optional<VORAHttpBaseWebService::Parameters> VORAHttpBaseWebService::getPos
     if (q42HttpMethod() != 1)
         return std::nullopt;
     const Parameters params = parameter();
-    qCDebug(lcNet) << "getPostData" << params;
+    if (lcNet().isDebugEnabled()) {
+        Parameters shown = params;
+        for (auto &p : shown) {
+            if (p.first.compare(QLatin1String("password"), Qt::CaseInsensitive) == 0)
+                p.second = QStringLiteral("***");
+        }
+        qCDebug(lcNet) << "getPostData" << shown;
+    }
     return params;
 }
 
@@ -100,7 +107,7 @@ ASIHTTPRequest *VORAHttpBaseWebService::getRequest() const
     const QString text = getRequestUrl();
     const QUrl url(text);
     if (!url.isValid() || url.host().isEmpty()) {
-        qCWarning(lcNet) << "not a valid URL, nothing sent:" << text;
+        qCWarning(lcNet) << "not a valid URL, nothing sent:" << netLogSafe(text);
         return nullptr;
     }
     ASIHTTPRequest *request = nullptr;

@@ -2,6 +2,7 @@
 
 #include "SiteLog.h"
 
+#include <QCryptographicHash>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
@@ -16,6 +17,8 @@ void SiteAccountApi::registerRoutes(SiteRouter &router)
     router.add(QStringLiteral("v3/app/ios/pad/member/openLogin"), [this](const SiteHttpRequest &r) { return openLogin(r); });
     router.add(QStringLiteral("ios/pad/login_qq.php"), [this](const SiteHttpRequest &r) { return qqLogin(r); });
     router.add(QStringLiteral("v3/app/ios/pad/member/hrwlogin"), [this](const SiteHttpRequest &r) { return passportLogin(r); });
+    router.add(QStringLiteral("demo/partner/authorize"), [this](const SiteHttpRequest &r) { return partnerAuthorize(r); });
+    router.add(QStringLiteral("v3/app/ios/pad/member/resetpwd"), [this](const SiteHttpRequest &r) { return resetPassword(r); });
 }
 
 QJsonObject SiteAccountApi::signInPayload(qint64 userId, const SiteHttpRequest &r)
@@ -41,7 +44,10 @@ SiteHttpResponse SiteAccountApi::login(const SiteHttpRequest &r)
     const QString password = r.param(QStringLiteral("password"));
     if (username.isEmpty() || password.isEmpty())
         return SiteContext::phpRefusal(QStringLiteral("请输入用户名和密码"));
-    const auto rows = m_ctx.db.select("SELECT user_id, password FROM users WHERE username=?", {username});
+    // The name, or the mobile an account registered with.
+    auto rows = m_ctx.db.select("SELECT user_id, password FROM users WHERE username=?", {username});
+    if (rows.isEmpty())
+        rows = m_ctx.db.select("SELECT user_id, password FROM users WHERE mobile=?", {username});
     if (rows.isEmpty() || rows.first().at(1).isNull() || rows.first().at(1).toString() != password)
         return SiteContext::phpRefusal(QStringLiteral("用户名或密码错误"));
     return SiteContext::php(signInPayload(rows.first().at(0).toLongLong(), r), 1, QStringLiteral("登录成功"));
@@ -53,8 +59,14 @@ SiteHttpResponse SiteAccountApi::verifyCode(const SiteHttpRequest &r)
     const QString mobile = r.param(QStringLiteral("mobile"));
     if (!mobileRe.match(mobile).hasMatch())
         return SiteContext::v3Refusal(QStringLiteral("请输入正确的手机号码"));
-    if (m_ctx.db.value("SELECT 1 FROM users WHERE mobile=?", {mobile}).isValid())
+    // "type=resetpwd" asks a code for a registered mobile (the password reset);
+    // otherwise the code is for a registration.
+    const bool registered = m_ctx.db.value("SELECT 1 FROM users WHERE mobile=?", {mobile}).isValid();
+    const bool forReset = r.param(QStringLiteral("type")) == QLatin1String("resetpwd");
+    if (registered && !forReset)
         return SiteContext::v3Refusal(QStringLiteral("该手机号码已经注册"));
+    if (!registered && forReset)
+        return SiteContext::v3Refusal(QStringLiteral("该手机号码尚未注册"));
     const QString code = QStringLiteral("%1").arg(QRandomGenerator::global()->bounded(1000000), 6, 10, QLatin1Char('0'));
     m_ctx.db.run("INSERT OR REPLACE INTO codes(mobile, code, time) VALUES(?,?,?)", {mobile, code, SiteContext::now()});
     // The demo has no text-message gateway: the code goes to the site's log.
@@ -74,9 +86,7 @@ SiteHttpResponse SiteAccountApi::registerUser(const SiteHttpRequest &r, bool byM
         const QString code = r.param(QStringLiteral("code"));
         if (mobile.isEmpty() || code.isEmpty())
             return SiteContext::v3Refusal(QStringLiteral("请输入手机号码和验证码"));
-        const auto rows = m_ctx.db.select("SELECT code, time FROM codes WHERE mobile=?", {mobile});
-        if (rows.isEmpty() || rows.first().at(0).toString() != code
-            || SiteContext::now() - rows.first().at(1).toLongLong() > 600)
+        if (!codeMatches(mobile, code))
             return SiteContext::v3Refusal(QStringLiteral("验证码错误或已过期"));
         if (username.isEmpty())
             username = QStringLiteral("手机用户%1").arg(mobile.right(4));
@@ -93,6 +103,13 @@ SiteHttpResponse SiteAccountApi::registerUser(const SiteHttpRequest &r, bool byM
     if (byMobile)
         m_ctx.db.run("DELETE FROM codes WHERE mobile=?", {mobile});
     return SiteContext::v3(signInPayload(id, r), QStringLiteral("注册成功"));
+}
+
+bool SiteAccountApi::codeMatches(const QString &mobile, const QString &code)
+{
+    const auto rows = m_ctx.db.select("SELECT code, time FROM codes WHERE mobile=?", {mobile});
+    return !rows.isEmpty() && rows.first().at(0).toString() == code
+        && SiteContext::now() - rows.first().at(1).toLongLong() <= 600;
 }
 
 qint64 SiteAccountApi::openAccount(const QString &site, const QString &openId, const QString &nickname)
@@ -139,8 +156,54 @@ SiteHttpResponse SiteAccountApi::passportLogin(const SiteHttpRequest &r)
     const QString session = r.param(QStringLiteral("session_id"));
     if (session.isEmpty())
         return SiteContext::v3Refusal(QStringLiteral("缺少参数 session_id"));
-    const qint64 id = openAccount(QStringLiteral("harrow"), session, QString());
+    // A session the demo partner issued names its account; any other session
+    // id stands for an account of its own.
+    const auto issued = m_ctx.db.select("SELECT open_id, nickname FROM partner_sessions WHERE session_id=?", {session});
+    const qint64 id = issued.isEmpty()
+        ? openAccount(QStringLiteral("harrow"), session, QString())
+        : openAccount(QStringLiteral("harrow"), issued.first().at(0).toString(), issued.first().at(1).toString());
     if (!id)
         return SiteContext::v3Refusal(QStringLiteral("登录失败，请稍后再试"));
     return SiteContext::v3(signInPayload(id, r), QStringLiteral("登录成功"));
+}
+
+SiteHttpResponse SiteAccountApi::partnerAuthorize(const SiteHttpRequest &r)
+{
+    static const QRegularExpression partnerRe(QStringLiteral("^[a-z0-9_]{1,16}$"));
+    const QString partner = r.param(QStringLiteral("partner"));
+    const QString account = r.param(QStringLiteral("account")).trimmed();
+    if (!partnerRe.match(partner).hasMatch() || account.isEmpty() || account.size() > 40)
+        return SiteContext::phpRefusal(QStringLiteral("合作方授权失败"));
+    // The same demo account of a partner always has the same open id, so that it
+    // signs in to the same site account; tokens and sessions are new each time.
+    const QByteArray digest = QCryptographicHash::hash((partner + QLatin1Char('/') + account).toUtf8(),
+                                                       QCryptographicHash::Sha1);
+    const QString openId = QStringLiteral("demo%1").arg(QString::fromLatin1(digest.toHex().left(24)));
+    const auto token = []() {
+        return QStringLiteral("%1%2").arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'))
+            .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'));
+    };
+    const QString session = token();
+    m_ctx.db.run("INSERT OR REPLACE INTO partner_sessions(session_id, open_id, nickname, created) VALUES(?,?,?,?)",
+                 {session, openId, account, SiteContext::now()});
+    return SiteContext::php(QJsonObject{{"open_id", openId}, {"access_token", token()}, {"nickname", account},
+                                        {"session_id", session}},
+                            1, QStringLiteral("授权成功"));
+}
+
+SiteHttpResponse SiteAccountApi::resetPassword(const SiteHttpRequest &r)
+{
+    const QString mobile = r.param(QStringLiteral("mobile"));
+    const QString code = r.param(QStringLiteral("code"));
+    const QString password = r.param(QStringLiteral("password"));
+    if (mobile.isEmpty() || code.isEmpty())
+        return SiteContext::v3Refusal(QStringLiteral("请输入手机号码和验证码"));
+    if (password.size() < 6 || password.size() > 32)
+        return SiteContext::v3Refusal(QStringLiteral("密码长度应为6到32位"));
+    if (!codeMatches(mobile, code))
+        return SiteContext::v3Refusal(QStringLiteral("验证码错误或已过期"));
+    if (!m_ctx.db.run("UPDATE users SET password=? WHERE mobile=?", {password, mobile}))
+        return SiteContext::v3Refusal(QStringLiteral("密码重置失败，请稍后再试"));
+    m_ctx.db.run("DELETE FROM codes WHERE mobile=?", {mobile});
+    return SiteContext::v3(QJsonValue(), QStringLiteral("密码已重置"));
 }

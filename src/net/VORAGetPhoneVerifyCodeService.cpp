@@ -11,6 +11,8 @@ VORAHttpBaseWebService::Parameters VORAGetPhoneVerifyCodeService::parameter() co
 {
     Parameters p;
     p.append({QStringLiteral("mobile"), VORAUtility::encodeUrlParameter(mobile)});
+    if (!type.isEmpty())
+        p.append({QStringLiteral("type"), VORAUtility::encodeUrlParameter(type)});
     return p;
 }
 

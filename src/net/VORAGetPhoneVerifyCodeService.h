@@ -7,7 +7,9 @@
 
 #include <optional>
 
-// Sends a verification code to a phone by text message.
+// Sends a verification code to a phone by text message. The code is for a
+// registration; with `type` "resetpwd" it is for a password reset of the
+// account registered with that phone (VORAResetPasswordService).
 class VORAGetPhoneVerifyCodeService : public VORAHttpBaseWebService
 {
 public:
@@ -19,6 +21,9 @@ public:
 
     // Request
     QString mobile;
+    QString type; // sent as "type" only when not empty
+
+    static constexpr char resetPasswordType[] = "resetpwd";
 
     // Answer
     qint64 code = 0;

@@ -489,12 +489,14 @@ void TestTucaoRules::inputView()
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     signOutLocally();
     global->user()->setUserViewJumpType(0);
+    global->user()->setUserViewJumpIsTopupType(0);
     VORATuCaoInputView input;
     QSignalSpy signIn(&input, &VORATuCaoInputView::signInRequested);
     QVERIFY(!input.popUpTucaoInputView());
     QCOMPARE(signIn.count(), 1);
     QVERIFY(!input.isOpen());
     QCOMPARE(global->loadUser()->userViewJumpType(), 1);
+    QCOMPARE(global->loadUser()->userViewJumpIsTopupType(), 2); // back to the page, no top-up
 
     signInLocally(QStringLiteral("100001"));
     QVERIFY(input.popUpTucaoInputView());

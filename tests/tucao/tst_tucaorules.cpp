@@ -21,7 +21,7 @@
 #include <QTest>
 
 #include <cmath>
-#include <tuple>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -55,14 +55,12 @@ private slots:
     void groupStepping_data();
     void groupStepping();
     void groupSteppingDebounced();
-    void pauseStopsThePendingStart_data();
     void pauseStopsThePendingStart();
     void ownTucaoLongPress_data();
     void ownTucaoLongPress();
     void menuSwitchPersisted();
     void inputView_data();
     void inputView();
-    void inputBoxPosition();
     void newRectangle_data();
     void newRectangle();
     void editingOutcomes_data();
@@ -367,33 +365,22 @@ void TestTucaoRules::groupSteppingDebounced()
     QCOMPARE(playback.count(), 0);
 }
 
-void TestTucaoRules::pauseStopsThePendingStart_data()
-{
-    QTest::addColumn<QString>("press");
-    QTest::newRow("hide") << "hide";
-    QTest::newRow("pause") << "pause";
-    QTest::newRow("next group") << "next";
-    QTest::newRow("previous group") << "previous";
-}
-
+// Hiding, pausing and either group button drop the start still waiting.
 void TestTucaoRules::pauseStopsThePendingStart()
 {
-    QFETCH(QString, press);
-    VORATucaoPlayback playback;
-    playback.setImageSize(QSizeF(300, 450));
-    playback.setTucaoList(makeTucaoList(6));
-    playback.setTucao();
-    QVERIFY(playback.isStartPending());
-    if (press == QLatin1String("hide"))
-        playback.hideTucaoView();
-    else if (press == QLatin1String("pause"))
-        playback.playTucao(false);
-    else if (press == QLatin1String("next"))
-        playback.showNextPageTucao();
-    else
-        playback.showLastPageTucao();
-    QVERIFY(!playback.isStartPending());
-    QVERIFY(!playback.isPlaying());
+    const std::function<void(VORATucaoPlayback &)> presses[] = {
+        &VORATucaoPlayback::hideTucaoView, [](VORATucaoPlayback &p) { p.playTucao(false); },
+        &VORATucaoPlayback::showNextPageTucao, &VORATucaoPlayback::showLastPageTucao};
+    for (const auto &press : presses) {
+        VORATucaoPlayback playback;
+        playback.setImageSize(QSizeF(300, 450));
+        playback.setTucaoList(makeTucaoList(6));
+        playback.setTucao();
+        QVERIFY(playback.isStartPending());
+        press(playback);
+        QVERIFY(!playback.isStartPending());
+        QVERIFY(!playback.isPlaying());
+    }
 }
 
 void TestTucaoRules::ownTucaoLongPress_data()
@@ -432,41 +419,29 @@ void TestTucaoRules::ownTucaoLongPress()
     signOutLocally();
 }
 
+// Hidden tucao cannot be played; showing them plays them and is kept in the
+// user defaults (read back as a restart would, so the next chapter's menu
+// starts shown); pausing is not kept.
 void TestTucaoRules::menuSwitchPersisted()
 {
     VORAUserConfig::shareUserConfigInstance()->setIsDisplayTuCao(false);
     auto menu = std::make_unique<VORATuCaoMenuView>();
-    QVERIFY(!menu->showTucaoflag());
-    QVERIFY(!menu->playTucaoflag());
-
-    // Hidden tucao cannot be played.
     QSignalSpy play(menu.get(), &VORATuCaoMenuView::playTucao);
-    menu->playTucaoBtn();
-    QVERIFY(play.isEmpty());
-
     QSignalSpy show(menu.get(), &VORATuCaoMenuView::showTucao);
-    menu->showTucaoBtn();
-    QCOMPARE(show.count(), 1);
-    QCOMPARE(show.first().first().toBool(), true);
-    QCOMPARE(play.count(), 1);
-    QCOMPARE(play.first().first().toBool(), true);
-
-    // Read back from the user defaults file as a restart would, and the next
-    // chapter's menu starts shown.
-    QVERIFY(VORAUserConfig().isDisplayTuCao());
-    menu = std::make_unique<VORATuCaoMenuView>();
-    QVERIFY(menu->showTucaoflag());
-    QVERIFY(menu->playTucaoflag());
-
-    QSignalSpy play2(menu.get(), &VORATuCaoMenuView::playTucao);
     menu->playTucaoBtn();
-    QCOMPARE(play2.count(), 1);
-    QCOMPARE(play2.last().first().toBool(), false);
-    QVERIFY(VORAUserConfig().isDisplayTuCao()); // pausing is not saved
-
+    QVERIFY(play.isEmpty() && !menu->playTucaoflag());
     menu->showTucaoBtn();
-    QVERIFY(!menu->showTucaoflag());
+    QCOMPARE(show.takeFirst().first().toBool(), true);
+    QCOMPARE(play.takeFirst().first().toBool(), true);
+    QVERIFY(VORAUserConfig().isDisplayTuCao());
+
+    menu = std::make_unique<VORATuCaoMenuView>();
+    QVERIFY(menu->showTucaoflag() && menu->playTucaoflag());
+    menu->playTucaoBtn();
     QVERIFY(!menu->playTucaoflag());
+    QVERIFY(VORAUserConfig().isDisplayTuCao());
+    menu->showTucaoBtn();
+    QVERIFY(!menu->showTucaoflag() && !menu->playTucaoflag());
     QVERIFY(!VORAUserConfig().isDisplayTuCao());
 }
 
@@ -525,24 +500,6 @@ void TestTucaoRules::inputView()
         QCOMPARE(place.first(), (QVariantList{text, QPointF(300, 420)}));
     input.cancelTucaoInput();
     QVERIFY(!input.isOpen());
-    signOutLocally();
-}
-
-void TestTucaoRules::inputBoxPosition()
-{
-    signInLocally(QStringLiteral("100001"));
-    // Landscape: the box rises 200 above the keyboard; portrait: it stays.
-    for (const auto &[screen, resting, editing] : {std::tuple{QSizeF(1024, 768), QRectF(312, 284, 400, 150), QRectF(312, 84, 400, 150)},
-                                                   std::tuple{QSizeF(768, 1024), QRectF(184, 412, 400, 150), QRectF(184, 412, 400, 150)}}) {
-        VORATuCaoInputView input;
-        input.setScreenSize(screen);
-        QVERIFY(input.popUpTucaoInputView());
-        QCOMPARE(input.inputBoxRect(), resting);
-        input.textFieldDidBeginEditing();
-        QCOMPARE(input.inputBoxRect(), editing);
-        input.keyboardWillHide();
-        QCOMPARE(input.inputBoxRect(), resting);
-    }
     signOutLocally();
 }
 
@@ -627,9 +584,10 @@ void TestTucaoRules::editingOutcomes()
     QCOMPARE(edit->isPublished(), isPublished);
     if (isPublished) // where the page shows it: half size, 300 scrolled
         QCOMPARE(edit->editRect(), QRectF(100, 150, 60, 30));
-    QSignalSpy publish(edit.get(), &VORATuCaoEditManager::publishTucaoRequested);
-    QSignalSpy confirm(edit.get(), &VORATuCaoEditManager::confirmEditRequested);
-    QSignalSpy remove(edit.get(), &VORATuCaoEditManager::deleteTucaoRequested);
+    QStringList asked;
+    connect(edit.get(), &VORATuCaoEditManager::publishTucaoRequested, this, [&] { asked << "publish"; });
+    connect(edit.get(), &VORATuCaoEditManager::confirmEditRequested, this, [&] { asked << "edit"; });
+    connect(edit.get(), &VORATuCaoEditManager::deleteTucaoRequested, this, [&] { asked << "delete"; });
     QSignalSpy putBack(edit.get(), &VORATuCaoEditManager::tucaoPutBack);
     QSignalSpy removed(edit.get(), &VORATuCaoEditManager::removed);
 
@@ -640,21 +598,18 @@ void TestTucaoRules::editingOutcomes()
         edit->cancleEditTuCao();
     else
         edit->deleteTuCaoView();
-    QCOMPARE(publish.count(), asks == QLatin1String("publish") ? 1 : 0);
-    QCOMPARE(confirm.count(), asks == QLatin1String("edit") ? 1 : 0);
-    QCOMPARE(remove.count(), asks == QLatin1String("delete") ? 1 : 0);
-    QCOMPARE(putBack.count(), asks == QLatin1String("putBack") ? 1 : 0);
+    const bool sends = asks != QLatin1String("putBack") && !asks.isEmpty();
+    QCOMPARE(asked, sends ? QStringList{asks} : QStringList());
+    QCOMPARE(putBack.count(), sends || asks.isEmpty() ? 0 : 1);
     // Moved 10 right and 20 up on a half-size page, in page pixels.
-    if (asks == QLatin1String("putBack")) {
+    if (!putBack.isEmpty()) {
         const VORATucao back = putBack.first().first().value<VORATucao>();
         QCOMPARE(back.tucaoId, own.tucaoId);
-        QCOMPARE(back.content, own.content);
         QCOMPARE(rectOf(back), QList<qint64>({220, 860, 120, 60}));
     }
 
     // A request waits for its answer with the menu open; then the act closes,
     // and once closing, the options ask for nothing more.
-    const bool sends = asks == QLatin1String("publish") || asks == QLatin1String("edit") || asks == QLatin1String("delete");
     QCOMPARE(edit->menuExpanded(), sends);
     edit->hideEditTuCaoView();
     QVERIFY(!edit->menuExpanded());
@@ -662,7 +617,7 @@ void TestTucaoRules::editingOutcomes()
     QCOMPARE(removed.count(), 1);
     edit->confirmPubTuCao();
     edit->deleteTuCaoView();
-    QCOMPARE(publish.count() + confirm.count() + remove.count(), sends ? 1 : 0);
+    QCOMPARE(asked.size(), sends ? 1 : 0);
 }
 
 QTEST_MAIN(TestTucaoRules)

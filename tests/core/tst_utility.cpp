@@ -84,9 +84,6 @@ void tst_Utility::fileOperations()
     QVERIFY(!QFileInfo::exists(m_home->filePath("a")));
     VORAUtility::deleteDir(QString()); // ignored, home intact
     QVERIFY(QFileInfo(m_home->path()).isDir());
-
-    QVERIFY(VORAUtility::totalDiskSpace().value_or(-1) >= VORAUtility::freeDiskSpace().value_or(0));
-    QVERIFY(VORAUtility::generateUUID() != VORAUtility::generateUUID());
 }
 
 void tst_Utility::fileSizeOfDirCountsOnlyTheTopLevel()
@@ -274,34 +271,20 @@ void tst_Utility::drawingHelpers()
 
 void tst_Utility::uiRequests()
 {
-    QObject observer, parentView;
-    QList<Notification> seen;
-    NotificationCenter &center = NotificationCenter::defaultCenter();
-    for (const char *name : {VORANotificationNames::uiNoticeRequest, VORANotificationNames::uiAlertRequest,
-                             VORANotificationNames::uiLoadingRequest})
-        center.addObserver(&observer, name, [&](const Notification &n) { seen << n; });
-
+    // What the overlay layer does with a request is tst_appservices'.
+    QObject observer;
+    int notices = 0;
+    NotificationCenter::defaultCenter().addObserver(&observer, VORANotificationNames::uiNoticeRequest,
+                                                    [&](const Notification &) { ++notices; });
     VORAAppStatus *status = VORAAppGlobalData::shareAppGlobalData()->appStatus();
     const qint64 saved = status->fromAppStore();
     status->setFromAppStore(1);
     VORAUtility::noticeWithStatusBarWithString("自动登录成功!");
-    QVERIFY(seen.isEmpty()); // suppressed for store builds
+    QCOMPARE(notices, 0); // suppressed for store builds
     status->setFromAppStore(0);
     VORAUtility::noticeWithStatusBarWithString("自动登录成功!");
     status->setFromAppStore(saved);
-    QCOMPARE(seen.size(), 1);
-    QCOMPARE(seen[0].name, QString("VORAUiNoticeRequest"));
-    QCOMPARE(seen[0].userInfo.value("text").toString(), QString("自动登录成功!"));
-
-    // What an alert or a loading view request carries is read by the overlay layer's suite.
-    seen.clear();
-    VORAUtility::requestCoinAlertMessage("buy?", "coins", 10003, nullptr);
-    VORAUtility::showLoadingViewWithParentView(&parentView, "加载中");
-    QCOMPARE(seen.size(), 2);
-    QCOMPARE(seen[0].name, QString("VORAUiAlertRequest"));
-    QCOMPARE(seen[0].userInfo.value("buttons").toStringList(),
-             (QStringList{"取消", "购买此章节", "购买本书"}));
-    QCOMPARE(seen[1].name, QString("VORAUiLoadingRequest"));
+    QCOMPARE(notices, 1);
 }
 
 QTEST_MAIN(tst_Utility)

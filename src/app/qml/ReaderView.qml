@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quorin
 import QtQuick.Window
@@ -8,6 +9,8 @@ import QtQuick.Window
 // pages, the loading and failure indicators, the menu bars with the tucao
 // menu across the window, and the tucao input view and editing layer over the
 // surface. Arrow keys and page keys turn pages; Escape goes back.
+// A panel exists only while its object lives: a Repeater of one or none makes
+// it (Qt 6.4 does not let a Loader create a component of a bound file).
 Rectangle {
     id: root
     property VORAReadHomePageViewController reader
@@ -128,17 +131,15 @@ Rectangle {
     // The brightness panel under the top bar, by its entry. It lies beneath
     // the bars: a click on another entry reaches that entry (which closes the
     // panel); a click on the page only closes the panel.
-    Loader {
-        anchors.fill: parent
-        active: root.reader !== null && root.reader.luminancePanel !== null
-        sourceComponent: Component {
-            ReaderLuminancePanel {
-                objectName: "readerLuminancePanel"
-                manager: root.reader.luminancePanel
-                fontFamily: root.fontFamily
-                panelX: Math.max(12, width - panelWidth - 12)
-                panelY: menuBars.barHeight + 12
-            }
+    Repeater {
+        model: root.reader !== null && root.reader.luminancePanel !== null ? 1 : 0
+        delegate: ReaderLuminancePanel {
+            objectName: "readerLuminancePanel"
+            anchors.fill: parent
+            manager: root.reader.luminancePanel
+            fontFamily: root.fontFamily
+            panelX: Math.max(12, width - panelWidth - 12)
+            panelY: menuBars.barHeight + 12
         }
     }
 
@@ -177,52 +178,44 @@ Rectangle {
             fontFamily: root.fontFamily
         }
 
-        Loader {
-            active: root.reader !== null && root.reader.tucaoEditManager !== null
-            sourceComponent: Component {
-                TucaoEditMenu {
-                    objectName: "readerTucaoEdit"
-                    edit: root.reader.tucaoEditManager
-                    fontFamily: root.fontFamily
-                }
+        Repeater {
+            model: root.reader !== null && root.reader.tucaoEditManager !== null ? 1 : 0
+            delegate: TucaoEditMenu {
+                objectName: "readerTucaoEdit"
+                edit: root.reader.tucaoEditManager
+                fontFamily: root.fontFamily
             }
         }
     }
 
     // The panels of the menu entries, while their objects live.
-    Loader {
-        anchors.fill: parent
-        active: root.reader !== null && root.reader.chapterPanel !== null
-        sourceComponent: Component {
-            ReaderChapterPanel {
-                objectName: "readerChapterPanel"
-                manager: root.reader.chapterPanel
-                fontFamily: root.fontFamily
-            }
+    Repeater {
+        model: root.reader !== null && root.reader.chapterPanel !== null ? 1 : 0
+        delegate: ReaderChapterPanel {
+            objectName: "readerChapterPanel"
+            anchors.fill: parent
+            manager: root.reader.chapterPanel
+            fontFamily: root.fontFamily
         }
     }
-    Loader {
-        anchors.fill: parent
-        active: root.reader !== null && root.reader.bookmarkPanel !== null
-        sourceComponent: Component {
-            ReaderBookmarkPanel {
-                objectName: "readerBookmarkPanel"
-                manager: root.reader.bookmarkPanel
-                fontFamily: root.fontFamily
-            }
+    Repeater {
+        model: root.reader !== null && root.reader.bookmarkPanel !== null ? 1 : 0
+        delegate: ReaderBookmarkPanel {
+            objectName: "readerBookmarkPanel"
+            anchors.fill: parent
+            manager: root.reader.bookmarkPanel
+            fontFamily: root.fontFamily
         }
     }
-    Loader {
-        anchors.fill: parent
-        active: root.reader !== null && root.reader.helpShown
-        sourceComponent: Component {
-            ReaderHelpView {
-                objectName: "readerHelpView"
-                controller: root.reader
-                area: root.surface
-                fontFamily: root.fontFamily
-                onDismissed: root.reader.hideHelpView()
-            }
+    Repeater {
+        model: root.reader !== null && root.reader.helpShown ? 1 : 0
+        delegate: ReaderHelpView {
+            objectName: "readerHelpView"
+            anchors.fill: parent
+            controller: root.reader
+            area: root.surface
+            fontFamily: root.fontFamily
+            onDismissed: root.reader.hideHelpView()
         }
     }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quorin
 
@@ -153,8 +154,11 @@ Rectangle {
         boundsBehavior: Flickable.DragOverBounds
         cacheBuffer: 600
 
+        // The footer lies in the bottom margin, under the last row.
+        bottomMargin: footer.height
+
         readonly property bool pulledDown: contentY < originY - 65
-        readonly property real overshoot: contentY + height - (originY + contentHeight)
+        readonly property real overshoot: contentY + height - (originY + contentHeight + bottomMargin)
         readonly property bool pulledUp: count > 0 && overshoot > 65
 
         delegate: SortComicCell {
@@ -178,8 +182,11 @@ Rectangle {
         // Under the last row: the pull-up prompt, or the end of the category
         // when a page brought nothing (in place of the prompt, so that it
         // covers no comic).
-        footer: Item {
+        Item {
+            id: footer
             objectName: "sortFooter"
+            parent: grid.contentItem
+            y: grid.originY + grid.contentHeight
             width: grid.width
             height: view.sort && view.sort.hasFooter ? 65 : 0
             visible: height > 0
@@ -209,7 +216,7 @@ Rectangle {
         // The wheel (or a flick) that brings the footer into view asks for the
         // next page as a pull-up past it does.
         onAtYEndChanged: {
-            if (atYEnd && !dragging && count > 0 && contentHeight > height && view.sort && view.sort.hasFooter)
+            if (atYEnd && !dragging && count > 0 && contentHeight + bottomMargin > height && view.sort && view.sort.hasFooter)
                 view.sort.refreshTriggered(overshoot > 0 ? overshoot : 1)
         }
 

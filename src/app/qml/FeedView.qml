@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quorin
 
@@ -90,21 +91,32 @@ Rectangle {
         boundsBehavior: Flickable.DragOverBounds
         cacheBuffer: 400
 
-        readonly property bool pulledFar: contentY < originY - 65
+        // The banner scrolls with the rows, in the top margin above the first.
+        // Its height follows the width: a view resting at its top stays there
+        // (once complete: moving the content while bindings are set up loops).
+        topMargin: banner.height + 14
+        property real placedMargin: 0
+        property bool complete: false
+        Component.onCompleted: complete = true
+        onTopMarginChanged: {
+            if (complete && !moving && contentY <= originY - placedMargin + 0.5)
+                contentY = originY - topMargin
+            placedMargin = topMargin
+        }
+        readonly property real restY: originY - topMargin
+        readonly property bool pulledFar: contentY < restY - 65
 
-        header: Item {
-            width: grid.width
-            height: banner.height + 14
-            // At most 400 high: wider windows centre it.
-            FeedBanner {
-                id: banner
-                objectName: "feedBanner"
-                width: Math.min(parent.width, Math.round(400 * aspect))
-                height: implicitHeight
-                anchors.horizontalCenter: parent.horizontalCenter
-                feed: view.feed
-                fontFamily: view.fontFamily
-            }
+        // At most 400 high: wider windows centre it.
+        FeedBanner {
+            id: banner
+            objectName: "feedBanner"
+            parent: grid.contentItem
+            y: grid.restY
+            width: Math.min(grid.width, Math.round(400 * aspect))
+            height: implicitHeight
+            x: (grid.width - width) / 2
+            feed: view.feed
+            fontFamily: view.fontFamily
         }
 
         delegate: Row {
@@ -135,8 +147,8 @@ Rectangle {
             parent: grid
             width: grid.width
             height: 65
-            y: -grid.contentY + grid.originY - 65 + (grid.headerItem ? 0 : 0)
-            visible: grid.contentY < grid.originY || (view.feed && view.feed.reloadingUp)
+            y: grid.restY - grid.contentY - 65
+            visible: grid.contentY < grid.restY || (view.feed && view.feed.reloadingUp)
             Text {
                 anchors.centerIn: parent
                 text: view.feed && view.feed.reloadingUp ? "正在刷新…"

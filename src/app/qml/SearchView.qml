@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quorin
 
@@ -185,7 +186,14 @@ Rectangle {
             clip: true
             model: view.search ? view.search.results : null
             spacing: 0
-            header: Item {
+            // The title row above the first result and the no-result row
+            // under the last scroll with the results, in the margins.
+            topMargin: resultTitle.height
+            bottomMargin: noResult.height
+            Item {
+                id: resultTitle
+                parent: list.contentItem
+                y: list.originY - list.topMargin
                 width: list.width
                 height: 52
                 Text {
@@ -242,7 +250,10 @@ Rectangle {
                     onTapped: view.search.openResult(comicIndex)
                 }
             }
-            footer: Item {
+            Item {
+                id: noResult
+                parent: list.contentItem
+                y: list.originY + list.contentHeight
                 width: list.width
                 height: view.search && view.search.noResult ? view.search.noResultRowHeight : 0
                 visible: height > 0

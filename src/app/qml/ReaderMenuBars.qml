@@ -17,6 +17,10 @@ Item {
     // Portrait reading (the read mode, not the window's shape).
     readonly property bool portraitReading: reader !== null && reader.verticalScreen
     readonly property real barHeight: 70
+    // How far the bars are in: only showing and hiding them slides; a resize
+    // (the first layout included) puts them in place at once.
+    property real reveal: shown ? 1 : 0
+    Behavior on reveal { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
     // The page the slider's thumb stands on while it is dragged.
     property int previewPage: -1
 
@@ -26,10 +30,9 @@ Item {
         objectName: "readerTopBar"
         width: parent.width
         height: root.barHeight
-        y: root.shown ? 0 : -height - 4
-        visible: y > -height - 4
+        y: -(height + 4) * (1 - root.reveal)
+        visible: root.reveal > 0
         color: Theme.readerBarBackground
-        Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
         MouseArea { anchors.fill: parent } // taps on the bar stay on the bar
         Rectangle { width: parent.width; height: 2; anchors.bottom: parent.bottom; color: Theme.accent; opacity: 0.8 }
 
@@ -120,10 +123,9 @@ Item {
         objectName: "readerBottomBar"
         width: parent.width
         height: root.barHeight
-        y: root.shown ? parent.height - height : parent.height + 4
-        visible: y < parent.height + 4
+        y: parent.height - height + (height + 4) * (1 - root.reveal)
+        visible: root.reveal > 0
         color: Theme.readerBarBackground
-        Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
         MouseArea { anchors.fill: parent }
         Rectangle { width: parent.width; height: 1; color: Theme.lineOnDark }
 

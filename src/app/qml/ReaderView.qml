@@ -156,12 +156,14 @@ Rectangle {
         id: tucaoBar
         objectName: "readerTucaoMenuBar"
         readonly property bool shown: root.manager !== null && !root.manager.tucaoMenuHidden
+        // Slides in and out with `shown`; a resize puts it in place at once.
+        property real reveal: shown ? 1 : 0
+        Behavior on reveal { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
         width: parent.width
         menu: root.manager ? root.manager.tucaoMenuView : null
         fontFamily: root.fontFamily
-        y: shown ? parent.height - 70 - height : parent.height + 4
-        visible: y < parent.height + 4
-        Behavior on y { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
+        y: parent.height - 70 - height + (70 + height + 4) * (1 - reveal)
+        visible: reveal > 0
     }
 
     // Over the surface, in its points: writing a tucao (the text, then the tap

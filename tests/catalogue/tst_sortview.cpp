@@ -85,23 +85,14 @@ void TestSortView::filterButtonsSendTheirWireValues_data()
     QTest::addColumn<QString>("argname");
     QTest::addColumn<QString>("argval");
     QTest::addColumn<bool>("roundTrip"); // sent to the site and read back from its request log
-    const char *themeCodes[] = {"1", "2", "3", "4", "5", "6", "7", "9", "11", "8"};
-    const char *themeNames[] = {"搞笑", "魔幻", "生活", "恋爱", "动作", "科幻", "战争", "推理", "恐怖", "体育 (513)"};
-    for (int i = 0; i < 10; ++i)
-        QTest::addRow("theme %d %s", 118 + i, themeNames[i]) << 118 + i << qint64(0) << "theme" << themeCodes[i] << false;
-    QTest::newRow("serial 128 ongoing") << 128 << qint64(0) << "serial" << "0" << false;
+    // One button of each menu (the codes of every filter value are the records
+    // suite's table), and the buttons with a rule of their own.
+    QTest::newRow("theme 118 搞笑") << 118 << qint64(0) << "theme" << "1" << false;
+    QTest::newRow("theme 127 体育 (513)") << 127 << qint64(0) << "theme" << "8" << false;
     QTest::newRow("serial 129 finished") << 129 << qint64(0) << "serial" << "1" << false;
-    QTest::newRow("sort 130 update") << 130 << qint64(0) << "sort" << "0" << false;
     QTest::newRow("sort 131 tickets") << 131 << qint64(0) << "sort" << "23" << false;
-    QTest::newRow("sort 132 chapters") << 132 << qint64(0) << "sort" << "1" << false;
-    QTest::newRow("sort 133 favourites") << 133 << qint64(0) << "sort" << "4" << false;
-    QTest::newRow("sort 134 total popularity") << 134 << qint64(0) << "sort" << "9" << false;
     QTest::newRow("sort 135 weekly: same as comments") << 135 << qint64(0) << "sort" << "20" << true;
-    QTest::newRow("sort 136 comments") << 136 << qint64(0) << "sort" << "20" << false;
-    QTest::newRow("sort 137 rating") << 137 << qint64(0) << "sort" << "5" << false;
     QTest::newRow("shell 101") << 0 << qint64(1) << "cate" << "1" << true;
-    QTest::newRow("shell 102") << 0 << qint64(2) << "cate" << "2" << true;
-    QTest::newRow("shell 103") << 0 << qint64(4) << "cate" << "3" << true;
     QTest::newRow("shell 104") << 0 << qint64(8) << "cate" << "4" << true;
 }
 
@@ -206,8 +197,6 @@ void TestSortView::layoutsAndMenus()
     QCOMPARE(view->openMenu(), 117);
     view->setPopbutton(117); // the same button closes it
     QCOMPARE(view->openMenu(), 0);
-    view->setPopbutton(999);
-    QCOMPARE(view->openMenu(), 0);
 
     view->setPopbutton(116);
     view->layoutBtn(); // closes the menu first
@@ -306,7 +295,6 @@ void TestSortView::noNetworkSendsNothing()
     QSignalSpy answered(view.get(), &VORASortView::answered);
     view->begainRequestData();
     QCOMPARE(alerts.lastMessage(), VORASortView::noNetworkText);
-    QCOMPARE(alerts.last().value("title").toString(), QStringLiteral("温馨提醒"));
     QVERIFY(!view->isLoading()); // nothing went out
 }
 

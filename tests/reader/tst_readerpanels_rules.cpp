@@ -234,15 +234,11 @@ void TestReaderPanelsRules::chapterSortAndCount()
     QAbstractItemModelTester tester(model);
     panel.setComicInfoDTO(comic);
     QCOMPARE(panel.countText(), QString::asprintf("当前共有%d章", n));
-    QVERIFY(!panel.ascending());
-    QCOMPARE(panel.sortButtonImage(), QStringLiteral("comichomepagesort_up.png"));
     QList<int> handedOver;
     for (const VORAChapterInfoDTO &c : comic.chapterList)
         handedOver << c.index;
     QCOMPARE(indicesOf(model), handedOver);
     QCOMPARE(model->currentRow(), n > 1 ? 1 : -1);
-    for (int i = 0; i < n; ++i)
-        QCOMPARE(model->index(i).data(VORAChapterListModel::CurrentRole).toBool(), i == 1);
 
     QList<int> up, down;
     for (int i = 0; i < n; ++i) {
@@ -250,12 +246,9 @@ void TestReaderPanelsRules::chapterSortAndCount()
         down << n - 1 - i;
     }
     panel.chapterSort();
-    QVERIFY(panel.ascending());
-    QCOMPARE(panel.sortButtonImage(), QStringLiteral("comichomepagesort.png"));
     QCOMPARE(indicesOf(model), down);
     QCOMPARE(model->currentRow(), n > 1 ? n - 1 - comic.chapterList.at(1).index : -1);
     panel.chapterSort();
-    QVERIFY(!panel.ascending());
     QCOMPARE(indicesOf(model), up);
 }
 

@@ -43,8 +43,6 @@ void verifyCloud(const VORACloudView &cloud, int expected)
         QVERIFY(b.x + b.width + 16 < 503);
         QVERIFY(b.width <= 181 + 5);
         QVERIFY(b.y >= 8);
-        QVERIFY(b.fontSize >= 12 && b.fontSize <= 15);
-        QCOMPARE(b.background, VORACloudView::backgroundForLook(b.fontSize - 12));
         if (i > 0) {
             const VORACloudView::Button &p = cloud.buttonList().at(i - 1);
             QVERIFY(b.y >= p.y + p.height && b.y < p.y + p.height + 70);
@@ -123,7 +121,6 @@ void TestSearchView::cloudLayout()
         cloud.setTagList(makeTags(keywords));
         verifyCloud(cloud, buttons);
     }
-    QCOMPARE(cloud.heightLimit(), landscape ? 700 : 950);
 
     // Random placement: not every pass lays the buttons out the same way.
     if (buttons > 1) {

@@ -220,18 +220,15 @@ void tst_AppGlobalData::userDecodingIsDefensive_data()
     QTest::addColumn<QCborValue>("stored");
     QTest::addColumn<int>("expected");
 
-    for (int t : {2, 3})
-        QTest::addRow("userType %d", t) << "userType" << QCborValue(t) << t;
+    // Values in range read back as stored (a saved user read by the next start:
+    // saveUserWithReturnData here, the tucao input's jump types in tests/tucao).
+    QTest::newRow("userType 3") << "userType" << QCborValue(3) << 3;
     for (int t : {0, 4})
         QTest::addRow("userType %d", t) << "userType" << QCborValue(t) << 1;
     QTest::newRow("userType as text") << "userType" << QCborValue("2") << 1;
     QTest::newRow("userType as double") << "userType" << QCborValue(2.0) << 1;
     QTest::newRow("userType beyond int") << "userType" << QCborValue(qint64(1) << 32 | 2) << 1;
-    for (int t : {0, 1})
-        QTest::addRow("userViewJumpType %d", t) << "userViewJumpType" << QCborValue(t) << t;
     QTest::newRow("userViewJumpType 2") << "userViewJumpType" << QCborValue(2) << 0;
-    for (int t : {0, 1, 2})
-        QTest::addRow("userViewJumpIsTopupType %d", t) << "userViewJumpIsTopupType" << QCborValue(t) << t;
     QTest::newRow("userViewJumpIsTopupType 3") << "userViewJumpIsTopupType" << QCborValue(3) << 0;
     QTest::newRow("userViewJumpIsTopupType -1") << "userViewJumpIsTopupType" << QCborValue(-1) << 0;
 }

@@ -101,8 +101,7 @@ private slots:
     void sliderRounding();
 
     void chapterBoundariesAndTurningChapters();
-    void bookmarkTwice();
-    void leavingSavesThePosition();
+    void bookmarkTwiceThenTheBackground();
     void aRefusedChapterLeavesTheOneOnScreen();
 
 private:
@@ -676,7 +675,10 @@ void TestReaderScreenRules::chapterBoundariesAndTurningChapters()
     QVERIFY(!manager->loadingFailVisible());
 }
 
-void TestReaderScreenRules::bookmarkTwice()
+// A page bookmarked twice is stored once; going to the background saves the
+// position at once (leaving by the back button is the reader window suite's:
+// it reads on where it stopped).
+void TestReaderScreenRules::bookmarkTwiceThenTheBackground()
 {
     VORAReadHomePageViewController reader;
     QSignalSpy loaded(&reader, &VORAReadHomePageViewController::chapterLoaded);
@@ -695,22 +697,13 @@ void TestReaderScreenRules::bookmarkTwice()
     QCOMPARE(m_indicators->texts().last(), VORAReadHomePageViewController::bookmarkExistsText);
     QCOMPARE(int(db.getBookmark().size()), before + 1);
     QCOMPARE(db.getBookmark().first()->pageId(), pageId);
-}
 
-// Going to the background saves the position at once (leaving by the back
-// button is the reader window suite's: it reads on where it stopped).
-void TestReaderScreenRules::leavingSavesThePosition()
-{
-    VORAReadHomePageViewController reader;
-    QSignalSpy loaded(&reader, &VORAReadHomePageViewController::chapterLoaded);
-    reader.openComic(freeComic, QString(), VORAReadComicManager::kFirstPage);
-    QVERIFY(waitForChapter(0, loaded));
     reader.quickTurnPage(4);
     QSignalSpy saved(&reader, &VORAReadHomePageViewController::readingPositionSaved);
     NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::applicationExit));
     QTRY_COMPARE(saved.count(), 1);
     QCOMPARE(saved.first().first().toString(), freeComic);
-    const ReadHistoryPtr history = VORADatabaseManager().getReadHistoryWithComic(freeComic);
+    const ReadHistoryPtr history = db.getReadHistoryWithComic(freeComic);
     QVERIFY(history);
     QCOMPARE(history->pageId(), reader.pageId());
 }

@@ -7,6 +7,9 @@
 // QML never creates them: C++ makes them and QML draws them, so each is
 // uncreatable and usable as a property type ("property VORASortView sort").
 
+#include "account/VORAPayPackageListModel.h"
+#include "account/VORAPayViewController.h"
+#include "account/VORAWalletHistoryModel.h"
 #include "catalogue/VORARecommentView.h"
 #include "catalogue/VORANetWorkNoLinking.h"
 #include "catalogue/VORASortView.h"
@@ -32,6 +35,29 @@
 #include "tucao/VORATuCaoEditManager.h"
 
 #include <QtQml/qqml.h>
+
+// account: the wallet
+struct VORAPayViewControllerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAPayViewController)
+    QML_NAMED_ELEMENT(VORAPayViewController)
+    QML_UNCREATABLE("the root controller makes the payment screen")
+};
+struct VORAPayPackageListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAPayPackageListModel)
+    QML_NAMED_ELEMENT(VORAPayPackageListModel)
+    QML_UNCREATABLE("the payment screen owns its packages")
+};
+struct VORAWalletHistoryModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAWalletHistoryModel)
+    QML_NAMED_ELEMENT(VORAWalletHistoryModel)
+    QML_UNCREATABLE("the root controller makes the history lists")
+};
 
 // catalogue
 struct VORARecommentViewForeign

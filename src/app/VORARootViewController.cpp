@@ -3,6 +3,8 @@
 #include "AppLog.h"
 #include "VORASettingView.h"
 #include "WelcomeViewController.h"
+#include "account/VORAPayViewController.h"
+#include "account/VORAWalletHistoryModel.h"
 #include "catalogue/VORAComicHomePageView.h"
 #include "catalogue/VORARecommentView.h"
 #include "catalogue/VORASearchView.h"
@@ -61,6 +63,8 @@ QVariantList VORARootViewController::buttons() const
                     {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
         QVariantMap{{QStringLiteral("tag"), 107}, {QStringLiteral("title"), QStringLiteral("搜索")},
                     {QStringLiteral("icon"), QStringLiteral("btnsearch.png")}},
+        QVariantMap{{QStringLiteral("tag"), 112}, {QStringLiteral("title"), QStringLiteral("充值")},
+                    {QStringLiteral("icon"), QStringLiteral("btnpay.png")}},
         QVariantMap{{QStringLiteral("tag"), 108}, {QStringLiteral("title"), QStringLiteral("设置")},
                     {QStringLiteral("icon"), QStringLiteral("btnsetting.png")}},
     };
@@ -68,7 +72,7 @@ QVariantList VORARootViewController::buttons() const
 
 bool VORARootViewController::hasScreen(int tag)
 {
-    return tag == 100 || (tag >= 101 && tag <= 104) || tag == 107 || tag == 108;
+    return tag == 100 || (tag >= 101 && tag <= 104) || tag == 107 || tag == 108 || tag == 111 || tag == 112;
 }
 
 
@@ -135,7 +139,10 @@ void VORARootViewController::btnSwitchView(int tag)
             m_settingsOpen = true;
             emit settingsOpenChanged();
         }
+        return;
     }
+    if (tag == 111 || tag == 112)
+        openPay(tag == 111 ? VORAPayViewController::Membership : VORAPayViewController::Coins);
 }
 
 void VORARootViewController::createRecommentView()
@@ -316,6 +323,11 @@ void VORARootViewController::openComicDetail(const QString &comicId, const QStri
                 &VORARootViewController::removeComicDetailAndDownloadDeitail);
         connect(m_comicHomePageView, &VORAComicHomePageView::signInRequested, this, &VORARootViewController::requestSignIn);
         connect(m_comicHomePageView, &VORAComicHomePageView::readRequested, this, &VORARootViewController::openReader);
+        connect(m_comicHomePageView, &VORAComicHomePageView::topUpRequested, this, [this](int kind) {
+            // Back from the payment the page asks again: a member reads other chapters.
+            m_isRefurbish = true;
+            openPay(kind);
+        });
         emit screensChanged();
     }
     m_comicHomePageView->comicHomePageToOrientation(m_landscape);
@@ -345,9 +357,8 @@ void VORARootViewController::openReader(const QString &comicId, const QString &c
     m_reader = new VORAReadHomePageViewController(this);
     connect(m_reader, &VORAReadHomePageViewController::closed, this, &VORARootViewController::closeReader);
     connect(m_reader, &VORAReadHomePageViewController::signInRequested, this, &VORARootViewController::requestSignIn);
-    connect(m_reader, &VORAReadHomePageViewController::payRequested, this, [](int kind) {
-        qCInfo(lcApp) << "payment screen" << kind << "is not part of this build";
-    });
+    // The reader's chapter panel answers a top-up itself ("BuyVIPorCoinSuccess").
+    connect(m_reader, &VORAReadHomePageViewController::payRequested, this, &VORARootViewController::openPay);
     emit readerChanged();
     fatherToucuInView();
     m_reader->applyReadMode();
@@ -368,6 +379,74 @@ void VORARootViewController::closeReader()
         m_comicHomePageView->initBookshelfAndReadHistory();
     else
         fatherToucuOutView();
+}
+
+void VORARootViewController::openPay(int kind)
+{
+    if (kind != VORAPayViewController::Membership && kind != VORAPayViewController::Coins)
+        return;
+    if (!m_payView) {
+        m_payView = new VORAPayViewController(this);
+        connect(m_payView, &VORAPayViewController::openUrlRequested, this, &VORARootViewController::openUrlRequested);
+        connect(m_payView, &VORAPayViewController::signInRequested, this, &VORARootViewController::requestSignIn);
+        emit screensChanged();
+    }
+    m_payView->pushPayVC(kind);
+    setDimmingAlpha(0.6);
+    if (!m_payOpen) {
+        m_payOpen = true;
+        emit walletChanged();
+        fatherToucuInView();
+    }
+}
+
+void VORARootViewController::closePay()
+{
+    if (!m_payOpen)
+        return;
+    m_payOpen = false;
+    emit walletChanged();
+    if (!walletOpen()) {
+        fatherToucuOutView();
+        if (!m_settingsOpen)
+            cancleButton();
+    }
+}
+
+void VORARootViewController::openWalletHistory(int kind)
+{
+    if (kind < VORAWalletHistoryModel::CoinLog || kind > VORAWalletHistoryModel::TicketLog)
+        return;
+    VORAWalletHistoryModel *&list = m_walletHistories[kind];
+    if (!list)
+        list = new VORAWalletHistoryModel(VORAWalletHistoryModel::Kind(kind), this);
+    list->reload();
+    const bool opened = !m_walletHistoryOpen;
+    m_walletHistory = list;
+    m_walletHistoryOpen = true;
+    setDimmingAlpha(0.6);
+    emit walletChanged();
+    if (opened && !m_payOpen)
+        fatherToucuInView();
+}
+
+void VORARootViewController::closeWalletHistory()
+{
+    if (!m_walletHistoryOpen)
+        return;
+    m_walletHistoryOpen = false;
+    emit walletChanged();
+    if (!walletOpen()) {
+        fatherToucuOutView();
+        if (!m_settingsOpen)
+            cancleButton();
+    }
+}
+
+void VORARootViewController::dimmingTapped()
+{
+    if (!walletOpen())
+        closeSettingView();
 }
 
 void VORARootViewController::requestSignOut()

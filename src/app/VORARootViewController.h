@@ -7,6 +7,8 @@
 #include <QVariantMap>
 
 class VORAComicHomePageView;
+class VORAPayViewController;
+class VORAWalletHistoryModel;
 class VORAReadHomePageViewController;
 class VORARecommentView;
 class VORASearchView;
@@ -17,6 +19,8 @@ struct Notification;
 
 Q_MOC_INCLUDE("VORASettingView.h")
 Q_MOC_INCLUDE("WelcomeViewController.h")
+Q_MOC_INCLUDE("account/VORAPayViewController.h")
+Q_MOC_INCLUDE("account/VORAWalletHistoryModel.h")
 Q_MOC_INCLUDE("catalogue/VORAComicHomePageView.h")
 Q_MOC_INCLUDE("catalogue/VORARecommentView.h")
 Q_MOC_INCLUDE("catalogue/VORASearchView.h")
@@ -28,6 +32,12 @@ Q_MOC_INCLUDE("reader/VORAReadHomePageViewController.h")
 // by view tag (comic detail 300000, download detail 300001, dimming 777777),
 // the two badges, the welcome pages of the first launch and the sign-out
 // confirmation. Only the buttons whose screens exist are offered.
+//
+// The wallet's screens open over whatever is shown (the shell, the detail page
+// or the reader) behind the dimming layer: the payment screen (tags 111 and
+// 112, the reader's and the detail page's top-up requests, openPay) and the
+// history lists (openWalletHistory). Their objects are made on first use and
+// kept, so an order waiting for payment survives closing the screen.
 class VORARootViewController : public QObject
 {
     Q_OBJECT
@@ -52,6 +62,11 @@ class VORARootViewController : public QObject
     Q_PROPERTY(QVariantMap comicDetail READ comicDetail NOTIFY comicDetailChanged)
     Q_PROPERTY(QString backgroundName READ backgroundName NOTIFY backgroundChanged)
     Q_PROPERTY(VORAReadHomePageViewController *readHomePageViewController READ readHomePageViewController NOTIFY readerChanged)
+    Q_PROPERTY(VORAPayViewController *payView READ payView NOTIFY screensChanged)
+    Q_PROPERTY(bool payOpen READ payOpen NOTIFY walletChanged)
+    // The history list of the kind last opened (null before the first opening).
+    Q_PROPERTY(VORAWalletHistoryModel *walletHistory READ walletHistory NOTIFY walletChanged)
+    Q_PROPERTY(bool walletHistoryOpen READ walletHistoryOpen NOTIFY walletChanged)
 public:
     static constexpr int comicDetailTag = 300000;
     static constexpr int downloadDetailTag = 300001;
@@ -84,6 +99,12 @@ public:
     QString backgroundName() const { return m_backgroundName; }
     // The reader while it is open (full screen over everything else).
     VORAReadHomePageViewController *readHomePageViewController() const { return m_reader; }
+    VORAPayViewController *payView() const { return m_payView; }
+    bool payOpen() const { return m_payOpen; }
+    VORAWalletHistoryModel *walletHistory() const { return m_walletHistory; }
+    bool walletHistoryOpen() const { return m_walletHistoryOpen; }
+    // True while a wallet screen is shown over the rest.
+    bool walletOpen() const { return m_payOpen || m_walletHistoryOpen; }
 
     // Entry point of every main button.
     Q_INVOKABLE void switchView(int tag);
@@ -113,6 +134,16 @@ public:
     // The reader was left (its position is saved): it goes, and the detail
     // page shows the new position.
     void closeReader();
+    // The payment screen for kind 1 (membership) or 2 (coins); other kinds do nothing.
+    Q_INVOKABLE void openPay(int kind);
+    Q_INVOKABLE void closePay();
+    // A history list: 0 coin changes, 1 top-ups, 2 monthly tickets (the
+    // VORAWalletHistoryModel kinds), read again from its first page.
+    Q_INVOKABLE void openWalletHistory(int kind);
+    Q_INVOKABLE void closeWalletHistory();
+    // A tap on the dimming layer: closes the settings, never a wallet screen
+    // (a tap beside the payment panel must not lose the order on screen).
+    Q_INVOKABLE void dimmingTapped();
     // The sign-out confirmation.
     Q_INVOKABLE void requestSignOut();
     Q_INVOKABLE void alertView(int tag, int buttonIndex);
@@ -133,6 +164,7 @@ signals:
     void backgroundChanged();
     void openUrlRequested(const QUrl &url);
     void readerChanged();
+    void walletChanged();
 
 private:
     void setDimmingAlpha(qreal alpha);
@@ -146,6 +178,12 @@ private:
     VORASearchView *m_searchView = nullptr;
     VORAComicHomePageView *m_comicHomePageView = nullptr;
     VORAReadHomePageViewController *m_reader = nullptr;
+    VORAPayViewController *m_payView = nullptr;
+    bool m_payOpen = false;
+    // One list per kind, made on first opening.
+    VORAWalletHistoryModel *m_walletHistories[3] = {};
+    VORAWalletHistoryModel *m_walletHistory = nullptr;
+    bool m_walletHistoryOpen = false;
     WelcomeViewController *m_welcomeView = nullptr;
     bool m_settingsOpen = false;
     qreal m_dimmingAlpha = 0;

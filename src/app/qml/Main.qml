@@ -17,6 +17,8 @@ Window {
     readonly property VORAReadHomePageViewController reader: rootController.readHomePageViewController
     // The reader covers the shell: what lies under it is not drawn.
     readonly property bool readerShown: reader !== null && reader.active
+    // The wallet's screens open over the shell and over the reader.
+    readonly property bool walletShown: rootController.payOpen || rootController.walletHistoryOpen
 
     // The first size may come before the root controller as the window is made.
     onWidthChanged: if (rootController) rootController.setWindowSize(width, height)
@@ -104,10 +106,12 @@ Window {
         color: Theme.shade
         opacity: window.rootController.dimmingAlpha
         visible: opacity > 0
+        // Over the reader too while a wallet screen is open.
+        z: window.walletShown ? 1 : 0
         Behavior on opacity { NumberAnimation { duration: 500 } }
         MouseArea {
             anchors.fill: parent
-            onClicked: window.rootController.closeSettingView()
+            onClicked: window.rootController.dimmingTapped()
         }
     }
 
@@ -141,7 +145,28 @@ Window {
         onVisibleChanged: if (visible) forceActiveFocus()
     }
 
+    PayView {
+        objectName: "payView"
+        anchors.fill: parent
+        z: 1
+        pay: window.rootController.payView
+        rootController: window.rootController
+        fontFamily: window.fontFamily
+        visible: window.rootController.payOpen && pay !== null
+    }
+
+    WalletHistoryView {
+        objectName: "walletHistoryView"
+        anchors.fill: parent
+        z: 1
+        history: window.rootController.walletHistory
+        rootController: window.rootController
+        fontFamily: window.fontFamily
+        visible: window.rootController.walletHistoryOpen && history !== null
+    }
+
     OverlayLayer {
+        z: 2
         objectName: "overlayLayer"
         anchors.fill: parent
         overlay: window.overlayLayer

@@ -263,13 +263,6 @@ QImage icon(const QString &name)
         // Head and shoulders.
         p.drawEllipse(QPointF(48, 34), 16, 16);
         p.drawArc(QRectF(18, 56, 60, 50), 0, 180 * 16);
-    } else if (name == QLatin1String("btnpay")) {
-        // A coin with the yuan sign.
-        p.drawEllipse(QPointF(48, 48), 34, 34);
-        p.drawPolyline(QPolygonF{QPointF(34, 28), QPointF(48, 46), QPointF(62, 28)});
-        p.drawLine(QPointF(48, 46), QPointF(48, 72));
-        p.drawLine(QPointF(36, 50), QPointF(60, 50));
-        p.drawLine(QPointF(36, 61), QPointF(60, 61));
     } else if (name == QLatin1String("readback")) {
         // A chevron to the left.
         p.drawPolyline(QPolygonF{QPointF(58, 18), QPointF(28, 48), QPointF(58, 78)});
@@ -343,8 +336,7 @@ QStringList VORAArtwork::names()
                      QStringLiteral("btnsetting.png"),   QStringLiteral("applogo.png"),
                      QStringLiteral("btnsort.png"),      QStringLiteral("btnsearch.png"),
                      QStringLiteral("btnbookshelf.png"), QStringLiteral("btndownload.png"),
-                     QStringLiteral("btnuser.png"),      QStringLiteral("btnpay.png"),
-                     QStringLiteral("searchhistory.png"),
+                     QStringLiteral("btnuser.png"),      QStringLiteral("searchhistory.png"),
                      QStringLiteral("searchglass.png"),  QStringLiteral("searchcutnotlink.png"),
                      // The reader's bars.
                      QStringLiteral("readback.png"),     QStringLiteral("readbookmarkadd.png"),

@@ -63,8 +63,6 @@ QVariantList VORARootViewController::buttons() const
                     {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
         QVariantMap{{QStringLiteral("tag"), 107}, {QStringLiteral("title"), QStringLiteral("搜索")},
                     {QStringLiteral("icon"), QStringLiteral("btnsearch.png")}},
-        QVariantMap{{QStringLiteral("tag"), 112}, {QStringLiteral("title"), QStringLiteral("充值")},
-                    {QStringLiteral("icon"), QStringLiteral("btnpay.png")}},
         QVariantMap{{QStringLiteral("tag"), 108}, {QStringLiteral("title"), QStringLiteral("设置")},
                     {QStringLiteral("icon"), QStringLiteral("btnsetting.png")}},
     };

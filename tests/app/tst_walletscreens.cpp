@@ -9,6 +9,8 @@
 #include "../catalogue/CatalogueTestSupport.h"
 #include "account/VORAPayViewController.h"
 #include "account/VORAWalletHistoryModel.h"
+#include "reader/VORAReadComicManager.h"
+#include "reader/VORAReadHomePageViewController.h"
 
 #include <QGuiApplication>
 #include <QNetworkAccessManager>
@@ -53,6 +55,7 @@ private slots:
     void initTestCase();
     void coinTopUpPaidInTheBrowser();
     void historyPagedToItsEnd();
+    void payRequestOverTheReader();
 
 private:
     TestHome m_home;
@@ -123,6 +126,24 @@ void TestWalletScreens::historyPagedToItsEnd()
     QVERIFY(last);
     QVERIFY(last->mapToScene(QPointF(0, last->height())).y() <= end->mapToScene(QPointF(0, 0)).y());
     QVERIFY(end->mapToScene(QPointF(0, end->height())).y() <= list->mapToScene(QPointF(0, list->height())).y());
+}
+
+// The reader's top-up dialogs ask for the payment screen: it comes over the
+// reader and takes the clicks, and closing it leaves the reader as it was.
+void TestWalletScreens::payRequestOverTheReader()
+{
+    AppTestWindow app;
+    QVERIFY(app.started());
+    app.root()->openReader(QStringLiteral("10001"), QString(), VORAReadComicManager::kFirstPage);
+    VORAReadHomePageViewController *reader = app.root()->readHomePageViewController();
+    QTRY_VERIFY_WITH_TIMEOUT(reader->isActive(), 10000);
+    reader->pushPayVC(VORAPayViewController::Membership);
+    QTRY_VERIFY_WITH_TIMEOUT(app.item(QStringLiteral("package1")), 10000);
+    QVERIFY(app.click(QStringLiteral("package1")));
+    QCOMPARE(app.root()->payView()->selectedIndex(), 1);
+    QVERIFY(app.click(QStringLiteral("payClose")));
+    QTRY_VERIFY(!app.item(QStringLiteral("payView")));
+    QVERIFY(app.item(QStringLiteral("readerView")) && app.root()->readHomePageViewController() == reader);
 }
 
 QTEST_MAIN(TestWalletScreens)

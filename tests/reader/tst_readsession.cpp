@@ -315,7 +315,6 @@ void TestReadSession::purchaseThroughTheSite()
     const int comicRequests = m_env.site->requestCount(comicPath);
 
     session->alertView(10002, 1);
-    QCOMPARE(session->comicChapterArray(), QStringList{target->chapterId});
     // Bought: the comic is asked for again, the gate now lets the chapter through.
     QTRY_COMPARE(m_recorder.infoCalls, 1);
     QVERIFY(!m_recorder.lastInfoFailed);
@@ -323,7 +322,6 @@ void TestReadSession::purchaseThroughTheSite()
     QCOMPARE(m_env.site->requestCount(comicPath), comicRequests + 1);
     QCOMPARE(session->pageList().size(), target->imageCount);
     QCOMPARE(global->user()->userCoin(), 100 - target->price);
-    QVERIFY(session->comicChapterArray().isEmpty());
     QCOMPARE(alerts.lastTag(), 10002); // no failure dialog
 
     // Buying it again is refused by the site: its message, coins untouched.

@@ -21,8 +21,7 @@ private slots:
     void init();
     void cleanup();
 
-    void directoryStrings();
-    void fileOperations();
+    void directoriesAndFiles();
     void fileSizeOfDirCountsOnlyTheTopLevel();
     void validators_data();
     void validators();
@@ -50,18 +49,16 @@ void tst_Utility::cleanup()
     m_home.reset();
 }
 
-void tst_Utility::directoryStrings()
+void tst_Utility::directoriesAndFiles()
 {
-    // The doubled slash of the common cache is kept as the old app wrote it.
+    // The doubled slash of the common cache is kept as the old app wrote it;
+    // every path follows the home when it changes.
     QCOMPARE(VORAUtility::commonCacheDirectory(), m_home->path() + "/Library/Caches/appCache//common/");
+    {
+        TestHome other;
+        QVERIFY(VORAUtility::pageCacheDirectory().startsWith(other.path() + "/"));
+    }
 
-    // Every path follows the home when it changes.
-    TestHome other;
-    QVERIFY(VORAUtility::pageCacheDirectory().startsWith(other.path() + "/"));
-}
-
-void tst_Utility::fileOperations()
-{
     // The start-up directories: see tst_appglobaldata. isFile means "exists".
     QVERIFY(VORAUtility::isFile(m_home->path()));
 

@@ -11,12 +11,11 @@ class tst_UserDefaults : public QObject
 {
     Q_OBJECT
 private slots:
-    void appDirectoriesFollowTheHome();
+    void directoriesAndDefaultsFollowTheHome();
     void valuesReachTheFileAtOnce();
-    void standardFollowsTheHome();
 };
 
-void tst_UserDefaults::appDirectoriesFollowTheHome()
+void tst_UserDefaults::directoriesAndDefaultsFollowTheHome()
 {
     TestHome home;
     // The exact paths are checked through VORAUtility in tst_utility.
@@ -35,6 +34,17 @@ void tst_UserDefaults::appDirectoriesFollowTheHome()
     QVERIFY(!AppDirectories::home().isEmpty());
     QVERIFY(!AppDirectories::home().endsWith('/'));
     qputenv("QUORIN_HOME", home.path().toUtf8());
+
+    // The standard defaults follow the home too.
+    UserDefaults &defaults = UserDefaults::standard();
+    QCOMPARE(defaults.filePath(), home.path() + "/Library/Preferences/com.quorin.reader.ini");
+    defaults.setValue("where", "first");
+    {
+        TestHome second;
+        QVERIFY(!defaults.contains("where"));
+        defaults.setValue("where", "second");
+    }
+    QCOMPARE(defaults.value("where").toString(), QString("first"));
 }
 
 void tst_UserDefaults::valuesReachTheFileAtOnce()
@@ -66,22 +76,6 @@ void tst_UserDefaults::valuesReachTheFileAtOnce()
     QCOMPARE(again.doubleForKey("text"), 0.0);
     QCOMPARE(again.boolForKey("text"), false);
     QVERIFY(again.dictionaryForKey("text").isEmpty());
-}
-
-void tst_UserDefaults::standardFollowsTheHome()
-{
-    TestHome first;
-    UserDefaults &defaults = UserDefaults::standard();
-    QCOMPARE(defaults.filePath(), first.path() + "/Library/Preferences/com.quorin.reader.ini");
-    defaults.setValue("where", "first");
-    QVERIFY(QFileInfo::exists(defaults.filePath()));
-    {
-        TestHome second;
-        QVERIFY(!defaults.contains("where"));
-        defaults.setValue("where", "second");
-        QCOMPARE(defaults.value("where").toString(), QString("second"));
-    }
-    QCOMPARE(defaults.value("where").toString(), QString("first"));
 }
 
 QTEST_GUILESS_MAIN(tst_UserDefaults)

@@ -230,7 +230,13 @@ Rectangle {
             delegate: Item {
                 id: resultRow
                 required property int index
-                required property var model
+                required property string comicName
+                required property string comicAuthor
+                required property string comicCover
+                required property string comicDescription
+                required property string comicClickTotal
+                required property string badge
+                required property string lastUpdate
                 width: list.width
                 height: view.search ? view.search.resultRowHeight : 150
                 SortComicCell {
@@ -239,13 +245,13 @@ Rectangle {
                     gridMode: false
                     objectName: "result" + resultRow.index
                     comicIndex: resultRow.index
-                    comicName: resultRow.model.comicName
-                    comicAuthor: resultRow.model.comicAuthor
-                    comicCover: resultRow.model.comicCover
-                    comicDescription: resultRow.model.comicDescription
-                    clickTotal: resultRow.model.comicClickTotal
-                    badge: resultRow.model.badge
-                    lastUpdate: resultRow.model.lastUpdate
+                    comicName: resultRow.comicName
+                    comicAuthor: resultRow.comicAuthor
+                    comicCover: resultRow.comicCover
+                    comicDescription: resultRow.comicDescription
+                    clickTotal: resultRow.comicClickTotal
+                    badge: resultRow.badge
+                    lastUpdate: resultRow.lastUpdate
                     fontFamily: view.fontFamily
                     onTapped: view.search.openResult(comicIndex)
                 }

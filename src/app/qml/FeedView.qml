@@ -47,7 +47,7 @@ Rectangle {
             delegate: Item {
                 id: tab
                 required property int index
-                required property var modelData
+                required property string modelData
                 objectName: "tab" + (2000 + index)
                 x: 27.1 + index * 114.1
                 width: 114.1

@@ -32,7 +32,7 @@ Rectangle {
         delegate: Item {
             id: page
             required property int index
-            required property var modelData
+            required property string modelData
             objectName: "welcomePage" + (316319 + index)
             width: pages.width
             height: pages.height

@@ -72,14 +72,17 @@ ReaderSidePanel {
         delegate: Rectangle {
             id: chapterRow
             required property int index
-            required property var model
+            required property string chapterId
+            required property string name
+            required property string mark
+            required property int price
+            required property bool current
             objectName: "chapterRow" + chapterRow.index
-            readonly property string chapterId: chapterRow.model.chapterId
             width: list.width
             height: root.manager ? root.manager.rowHeight : 56
-            color: rowArea.pressed ? Theme.cardPressed : (chapterRow.model.current ? Theme.accentPale : (chapterRow.index % 2 ? Theme.surface : Theme.surfaceAlt))
+            color: rowArea.pressed ? Theme.cardPressed : (chapterRow.current ? Theme.accentPale : (chapterRow.index % 2 ? Theme.surface : Theme.surfaceAlt))
             Rectangle {
-                visible: chapterRow.model.current
+                visible: chapterRow.current
                 width: 4
                 height: parent.height
                 color: Theme.accent
@@ -88,11 +91,11 @@ ReaderSidePanel {
                 x: 22
                 width: parent.width - x - markBox.width - 34
                 anchors.verticalCenter: parent.verticalCenter
-                text: chapterRow.model.name
-                color: chapterRow.model.current ? Theme.accentText : Theme.textPrimary
+                text: chapterRow.name
+                color: chapterRow.current ? Theme.accentText : Theme.textPrimary
                 font.family: root.fontFamily
                 font.pixelSize: Theme.fontLarge
-                font.bold: chapterRow.model.current
+                font.bold: chapterRow.current
                 elide: Text.ElideRight
             }
             Rectangle {
@@ -100,16 +103,16 @@ ReaderSidePanel {
                 anchors.right: parent.right
                 anchors.rightMargin: 16
                 anchors.verticalCenter: parent.verticalCenter
-                visible: chapterRow.model.mark !== ""
+                visible: chapterRow.mark !== ""
                 width: visible ? markText.implicitWidth + 16 : 0
                 height: 22
                 radius: 11
-                color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtBackground : (chapterRow.model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
+                color: chapterRow.mark === "comicbuyed" ? Theme.markBoughtBackground : (chapterRow.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
                 Text {
                     id: markText
                     anchors.centerIn: parent
-                    text: chapterRow.model.mark === "comicbuyed" ? "已购" : (chapterRow.model.mark === "delayread" ? "VIP 抢先" : "付费 " + chapterRow.model.price + "币")
-                    color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtText : (chapterRow.model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
+                    text: chapterRow.mark === "comicbuyed" ? "已购" : (chapterRow.mark === "delayread" ? "VIP 抢先" : "付费 " + chapterRow.price + "币")
+                    color: chapterRow.mark === "comicbuyed" ? Theme.markBoughtText : (chapterRow.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
                     font.family: root.fontFamily
                     font.pixelSize: Theme.fontCaption
                 }

@@ -286,9 +286,12 @@ Rectangle {
             delegate: Rectangle {
                 id: chapterRow
                 required property int index
-                required property var model
+                required property string chapterId
+                required property string name
+                required property string mark
+                required property int price
+                required property string sizeText
                 objectName: "chapter" + index
-                readonly property string chapterId: model.chapterId
                 width: chapters.width
                 height: 45
                 color: rowArea.pressed ? Theme.cardPressed : (chapterRow.index % 2 ? Theme.surface : Theme.surfaceAlt)
@@ -297,7 +300,7 @@ Rectangle {
                     x: 16
                     width: parent.width - x - meta.width - markBox.width - 40
                     anchors.verticalCenter: parent.verticalCenter
-                    text: chapterRow.model.name
+                    text: chapterRow.name
                     color: Theme.textPrimary
                     font.family: page.fontFamily
                     font.pixelSize: Theme.fontMedium
@@ -308,16 +311,16 @@ Rectangle {
                     anchors.right: meta.left
                     anchors.rightMargin: 14
                     anchors.verticalCenter: parent.verticalCenter
-                    visible: chapterRow.model.mark !== ""
+                    visible: chapterRow.mark !== ""
                     width: visible ? markText.implicitWidth + 16 : 0
                     height: 22
                     radius: 11
-                    color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtBackground : (chapterRow.model.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
+                    color: chapterRow.mark === "comicbuyed" ? Theme.markBoughtBackground : (chapterRow.mark === "delayread" ? Theme.markLaterBackground : Theme.markPaidBackground)
                     Text {
                         id: markText
                         anchors.centerIn: parent
-                        text: chapterRow.model.mark === "comicbuyed" ? "已购" : (chapterRow.model.mark === "delayread" ? "VIP 抢先" : "付费 " + chapterRow.model.price + "币")
-                        color: chapterRow.model.mark === "comicbuyed" ? Theme.markBoughtText : (chapterRow.model.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
+                        text: chapterRow.mark === "comicbuyed" ? "已购" : (chapterRow.mark === "delayread" ? "VIP 抢先" : "付费 " + chapterRow.price + "币")
+                        color: chapterRow.mark === "comicbuyed" ? Theme.markBoughtText : (chapterRow.mark === "delayread" ? Theme.markLaterText : Theme.markPaidText)
                         font.family: page.fontFamily
                         font.pixelSize: Theme.fontCaption
                     }
@@ -327,7 +330,7 @@ Rectangle {
                     anchors.right: parent.right
                     anchors.rightMargin: 16
                     anchors.verticalCenter: parent.verticalCenter
-                    text: chapterRow.model.sizeText
+                    text: chapterRow.sizeText
                     color: Theme.textMuted
                     font.family: page.fontFamily
                     font.pixelSize: Theme.fontSmall

@@ -76,7 +76,10 @@ ReaderSidePanel {
         delegate: Item {
             id: row
             required property int index
-            required property var model
+            required property string comicName
+            required property string coverUrl
+            required property string dateText
+            required property string infoText
             objectName: "bookmarkRow" + row.index
             readonly property bool confirming: list.confirmingRow === row.index
             readonly property int confirmWidth: 96
@@ -167,7 +170,7 @@ ReaderSidePanel {
                         anchors.fill: parent
                         fillMode: Image.PreserveAspectCrop
                         asynchronous: true
-                        source: row.model.coverUrl !== "" ? "image://quorin/net/" + encodeURIComponent(row.model.coverUrl) : ""
+                        source: row.coverUrl !== "" ? "image://quorin/net/" + encodeURIComponent(row.coverUrl) : ""
                     }
                 }
                 Column {
@@ -178,7 +181,7 @@ ReaderSidePanel {
                     Text {
                         objectName: "bookmarkName"
                         width: parent.width
-                        text: row.model.comicName
+                        text: row.comicName
                         color: Theme.textPrimary
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontTitle
@@ -186,7 +189,7 @@ ReaderSidePanel {
                         elide: Text.ElideRight
                     }
                     Text {
-                        text: row.model.dateText
+                        text: row.dateText
                         color: Theme.textMuted
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontSmall
@@ -194,7 +197,7 @@ ReaderSidePanel {
                     Text {
                         objectName: "bookmarkInfo"
                         width: parent.width
-                        text: row.model.infoText
+                        text: row.infoText
                         color: Theme.textSecondary
                         font.family: root.fontFamily
                         font.pixelSize: Theme.fontBody

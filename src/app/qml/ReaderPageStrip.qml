@@ -105,9 +105,10 @@ Flickable {
         model: strip.manager ? strip.manager.pageViews : null
         delegate: ReaderPageView {
             id: pageItem
-            required property var model
-            objectName: "readerPage" + pageItem.model.pageIndex
-            page: pageItem.model.pageView
+            required property VORAPictureImageView pageView
+            required property int pageIndex
+            objectName: "readerPage" + pageItem.pageIndex
+            page: pageItem.pageView
             manager: strip.manager
             fontFamily: strip.fontFamily
             overlay: strip.pageOverlay

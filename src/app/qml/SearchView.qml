@@ -249,7 +249,7 @@ Rectangle {
                     comicAuthor: resultRow.comicAuthor
                     comicCover: resultRow.comicCover
                     comicDescription: resultRow.comicDescription
-                    clickTotal: resultRow.comicClickTotal
+                    comicClickTotal: resultRow.comicClickTotal
                     badge: resultRow.badge
                     lastUpdate: resultRow.lastUpdate
                     fontFamily: view.fontFamily

@@ -3,18 +3,20 @@ import Quorin
 
 // One comic of the category or search list: the cover with its placeholder
 // and badge, then name, author, clicks and blurb. gridMode draws the narrow
-// card of the three-column grid; otherwise a wide row.
+// card of the three-column grid; otherwise a wide row. What it shows is
+// named after the comic list model's roles: as a delegate of that model it
+// takes them from the row.
 Rectangle {
     id: cell
     property bool gridMode: true
     property int comicIndex
-    property string comicName
-    property string comicAuthor
-    property string comicCover
-    property string comicDescription
-    property string clickTotal
-    property string badge
-    property string lastUpdate
+    required property string comicName
+    required property string comicAuthor
+    required property string comicCover
+    required property string comicDescription
+    required property string comicClickTotal
+    required property string badge
+    required property string lastUpdate
     property string fontFamily
     signal tapped()
 
@@ -92,7 +94,7 @@ Rectangle {
             }
         }
         Rectangle {
-            visible: cell.clickTotal !== ""
+            visible: cell.comicClickTotal !== ""
             width: Math.min(clicks.implicitWidth + 16, parent.width)
             height: 22
             radius: 11
@@ -102,7 +104,7 @@ Rectangle {
                 anchors.centerIn: parent
                 width: Math.min(implicitWidth, parent.parent.width - 16)
                 elide: Text.ElideRight
-                text: "人气 " + cell.clickTotal
+                text: "人气 " + cell.comicClickTotal
                 color: Theme.accentText
                 font.family: cell.fontFamily
                 font.pixelSize: Theme.fontCaption

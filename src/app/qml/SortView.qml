@@ -163,18 +163,10 @@ Rectangle {
 
         delegate: SortComicCell {
             required property int index
-            required property var model
             width: grid.cellWidth - 12
             height: grid.cellHeight - 12
             gridMode: view.gridMode
             comicIndex: index
-            comicName: model.comicName
-            comicAuthor: model.comicAuthor
-            comicCover: model.comicCover
-            comicDescription: model.comicDescription
-            clickTotal: model.comicClickTotal
-            badge: model.badge
-            lastUpdate: model.lastUpdate
             fontFamily: view.fontFamily
             onTapped: view.sort.executeDown(comicIndex)
         }

@@ -36,6 +36,16 @@ function(quorin_add_test name)
     LABELS "${ARG_LABEL}"
     TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=*.debug=false")
+  if(QUORIN_SANITIZE STREQUAL "address")
+    # Appended to what the caller set (scripts/sanitize.sh adds log paths), so
+    # the suppressions of leaks outside our code always apply, child processes
+    # included, and a sanitized build gets the time it needs.
+    math(EXPR sanitized_timeout "${ARG_TIMEOUT} * 3")
+    set_tests_properties(${name} PROPERTIES
+      TIMEOUT ${sanitized_timeout}
+      ENVIRONMENT_MODIFICATION
+        "LSAN_OPTIONS=string_append::suppressions=${PROJECT_SOURCE_DIR}/tools/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=string_append::print_stacktrace=1:halt_on_error=1")
+  endif()
 endfunction()
 
 # quorin_add_bench(<name> SOURCES <files>... LIBS <targets>...)

@@ -7,10 +7,6 @@
 #include <QCryptographicHash>
 #include <QDir>
 
-namespace {
-QAtomicInt g_pending;
-}
-
 VORAImageProvider::VORAImageProvider()
 {
     m_pool.setMaxThreadCount(maxThreads);
@@ -36,16 +32,14 @@ QQuickImageResponse *VORAImageProvider::requestImageResponse(const QString &id, 
     auto *response = new VORAImageResponse;
     auto *job = new VORAImageJob(id, requestedSize);
     job->setAutoDelete(true);
-    g_pending.ref();
     QObject::connect(job, &VORAImageJob::done, response, &VORAImageResponse::handleDone, Qt::QueuedConnection);
-    QObject::connect(job, &VORAImageJob::done, job, [] { g_pending.deref(); }, Qt::DirectConnection);
     m_pool.start(job);
     return response;
 }
 
 int VORAImageProvider::pendingCount()
 {
-    return g_pending.loadAcquire();
+    return VORAImageJob::aliveCount();
 }
 
 QString VORAImageProvider::cacheFileForUrl(const QString &url)

@@ -4,6 +4,7 @@
 #include "VORAArtwork.h"
 #include "VORAImageProvider.h"
 
+#include <QAtomicInt>
 #include <QBuffer>
 #include <QDir>
 #include <QEventLoop>
@@ -16,6 +17,10 @@
 #include <QTimer>
 #include <QUrl>
 
+namespace {
+QAtomicInt g_jobs;
+}
+
 VORAImageResponse::VORAImageResponse() = default;
 
 QQuickTextureFactory *VORAImageResponse::textureFactory() const
@@ -25,15 +30,35 @@ QQuickTextureFactory *VORAImageResponse::textureFactory() const
 
 void VORAImageResponse::handleDone(const QImage &image, const QString &error)
 {
+    if (m_finished)
+        return;
+    m_finished = true;
     m_image = image;
     m_error = image.isNull() ? (error.isEmpty() ? QStringLiteral("no image") : error) : QString();
     emit finished();
+}
+
+void VORAImageResponse::cancel()
+{
+    handleDone(QImage(), QStringLiteral("cancelled"));
 }
 
 VORAImageJob::VORAImageJob(const QString &id, const QSize &requestedSize)
     : m_id(id)
     , m_requestedSize(requestedSize)
 {
+    g_jobs.ref();
+}
+
+// Also when the pool drops the job before it ran.
+VORAImageJob::~VORAImageJob()
+{
+    g_jobs.deref();
+}
+
+int VORAImageJob::aliveCount()
+{
+    return g_jobs.loadAcquire();
 }
 
 void VORAImageJob::run()

@@ -30,6 +30,7 @@
 #include <QTest>
 
 #include <memory>
+#include <vector>
 
 // Answers alerts like a screen does and remembers them.
 class AlertDelegate : public QObject
@@ -60,6 +61,7 @@ private slots:
     void settingsMeasureAndClearTheCaches();
     void picturesAreDrawnUnderTheirNames();
     void remoteImagesGoThroughTheDiskCache();
+    void responsesOfADroppedProviderStillFinish();
     void badImageRequests_data();
     void badImageRequests();
 
@@ -369,6 +371,26 @@ void TestAppServices::remoteImagesGoThroughTheDiskCache()
     QVERIFY(!error.isEmpty());
     QVERIFY(!QFile::exists(cacheFile)); // (the provider's pool is the window suites')
     m_site->faults().clear();
+}
+
+void TestAppServices::responsesOfADroppedProviderStillFinish()
+{
+    // More loads than workers: going away, the provider drops those still queued.
+    auto provider = std::make_unique<VORAImageProvider>();
+    std::vector<std::unique_ptr<QQuickImageResponse>> responses;
+    std::vector<std::unique_ptr<QSignalSpy>> spies;
+    for (int i = 0; i < 4 * VORAImageProvider::maxThreads; ++i) {
+        responses.emplace_back(provider->requestImageResponse(QStringLiteral("art/dujia.png"), {}));
+        spies.push_back(std::make_unique<QSignalSpy>(responses.back().get(), &QQuickImageResponse::finished));
+    }
+    provider.reset();
+    QCOMPARE(VORAImageProvider::pendingCount(), 0);
+    // The engine cancels what it still waits for, and deletes a response only once finished.
+    for (const auto &response : responses)
+        response->cancel();
+    QCoreApplication::sendPostedEvents(); // the answers of the loads that did run
+    for (const auto &spy : spies)
+        QCOMPARE(spy->count(), 1);
 }
 
 void TestAppServices::badImageRequests_data()

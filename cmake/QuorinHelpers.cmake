@@ -39,12 +39,14 @@ function(quorin_add_test name)
   if(QUORIN_SANITIZE STREQUAL "address")
     # Appended to what the caller set (scripts/sanitize.sh adds log paths), so
     # the suppressions of leaks outside our code always apply, child processes
-    # included, and a sanitized build gets the time it needs.
+    # included, and a sanitized build gets the time it needs. Suppressions name
+    # frames inside Qt, built without frame pointers: allocations are traced with
+    # the slow unwinder, or those frames would be missing from the stacks.
     math(EXPR sanitized_timeout "${ARG_TIMEOUT} * 3")
     set_tests_properties(${name} PROPERTIES
       TIMEOUT ${sanitized_timeout}
       ENVIRONMENT_MODIFICATION
-        "LSAN_OPTIONS=string_append::suppressions=${PROJECT_SOURCE_DIR}/tools/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=string_append::print_stacktrace=1:halt_on_error=1")
+        "ASAN_OPTIONS=string_append::fast_unwind_on_malloc=0;LSAN_OPTIONS=string_append::suppressions=${PROJECT_SOURCE_DIR}/tools/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=string_append::print_stacktrace=1:halt_on_error=1")
   endif()
 endfunction()
 

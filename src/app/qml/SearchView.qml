@@ -141,19 +141,19 @@ Rectangle {
                     required property var modelData
                     objectName: "cloud" + modelData.tag
                     readonly property int look: modelData.fontSize - 12
-                    readonly property var fills: Theme.tagFills
-                    readonly property var inks: Theme.tagInks
+                    readonly property color fill: Theme.tagFills[look]
+                    readonly property color ink: Theme.tagInks[look]
                     x: (tag.modelData.x - 6) * cloudBox.s
                     y: tag.modelData.y * cloudBox.s
                     width: (tag.modelData.width + 12) * cloudBox.s
                     height: (tag.modelData.height + 8) * cloudBox.s
                     radius: height / 2
-                    color: tagArea.pressed ? Qt.darker(tag.fills[tag.look], 1.1) : tag.fills[tag.look]
-                    border.color: Qt.darker(tag.fills[tag.look], 1.06)
+                    color: tagArea.pressed ? Qt.darker(tag.fill, 1.1) : tag.fill
+                    border.color: Qt.darker(tag.fill, 1.06)
                     Text {
                         anchors.centerIn: parent
                         text: tag.modelData.text
-                        color: tag.inks[tag.look]
+                        color: tag.ink
                         font.family: view.fontFamily
                         font.pixelSize: Math.round(tag.modelData.fontSize * cloudBox.s)
                         font.bold: tag.look >= 2

@@ -120,7 +120,6 @@ void TestRecommentView::bannerAdvancesAndPausesOnTheNotification()
     QVERIFY(view);
     QVERIFY(view->isStop()); // runs from the start
 
-    QSignalSpy moved(view.get(), &VORARecommentView::timeCountChanged);
     QSignalSpy ticks(view.get(), &VORARecommentView::timerFired);
     QList<int> seen;
     connect(view.get(), &VORARecommentView::timeCountChanged, this, [&] { seen.append(view->timeCount()); });

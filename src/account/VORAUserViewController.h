@@ -5,6 +5,9 @@
 #include <QObject>
 #include <QString>
 
+#include <algorithm>
+#include <climits>
+
 class VORAForgetPasswordViewController;
 class VORAHwLoginViewController;
 class VORASignInUserView;
@@ -55,10 +58,12 @@ class VORAUserViewController : public QObject
     Q_PROPERTY(bool isLogin READ isLogin NOTIFY userChanged)
     Q_PROPERTY(QString nickName READ nickName NOTIFY userChanged)
     Q_PROPERTY(QString faceImage READ faceImage NOTIFY userChanged)
-    Q_PROPERTY(qint64 level READ level NOTIFY userChanged)
+    // The figures are ints for QML (whose type information has no 64-bit
+    // integers); a stored figure beyond an int's range reads as its limit.
+    Q_PROPERTY(int level READ level NOTIFY userChanged)
     Q_PROPERTY(bool isVip READ isVip NOTIFY userChanged)
-    Q_PROPERTY(qint64 userCoin READ userCoin NOTIFY userChanged)
-    Q_PROPERTY(qint64 ticket READ ticket NOTIFY userChanged)
+    Q_PROPERTY(int userCoin READ userCoin NOTIFY userChanged)
+    Q_PROPERTY(int ticket READ ticket NOTIFY userChanged)
     Q_PROPERTY(QString userName READ userName NOTIFY userChanged)
     Q_PROPERTY(VORASignInUserView *signInView READ signInView CONSTANT)
     Q_PROPERTY(VORASignUpViewController *signUpView READ signUpView CONSTANT)
@@ -75,10 +80,10 @@ public:
     bool isLogin() const { return m_user.isLogin(); }
     QString nickName() const { return m_nickName; }
     QString faceImage() const { return m_user.faceImage(); }
-    qint64 level() const { return m_user.level(); }
+    int level() const { return asInt(m_user.level()); }
     bool isVip() const;
-    qint64 userCoin() const { return m_user.userCoin(); }
-    qint64 ticket() const { return m_user.ticket(); }
+    int userCoin() const { return asInt(m_user.userCoin()); }
+    int ticket() const { return asInt(m_user.ticket()); }
     QString userName() const { return m_user.userName(); }
     VORASignInUserView *signInView() const { return m_signInView; }
     VORASignUpViewController *signUpView() const { return m_signUpView; }
@@ -95,6 +100,7 @@ signals:
     void topUpRequested(int kind);
 
 private:
+    static int asInt(qint64 v) { return int(std::clamp<qint64>(v, INT_MIN, INT_MAX)); }
     VORAUser m_user; // a copy of the global user as last read
     QString m_nickName;
     VORASignInUserView *m_signInView = nullptr;

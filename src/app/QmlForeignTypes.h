@@ -10,6 +10,11 @@
 #include "account/VORAPayPackageListModel.h"
 #include "account/VORAPayViewController.h"
 #include "account/VORAWalletHistoryModel.h"
+#include "account/VORAForgetPasswordViewController.h"
+#include "account/VORAHwLoginViewController.h"
+#include "account/VORASignInUserView.h"
+#include "account/VORASignUpViewController.h"
+#include "account/VORAUserViewController.h"
 #include "catalogue/VORARecommentView.h"
 #include "catalogue/VORANetWorkNoLinking.h"
 #include "catalogue/VORASortView.h"
@@ -57,6 +62,57 @@ struct VORAWalletHistoryModelForeign
     QML_FOREIGN(VORAWalletHistoryModel)
     QML_NAMED_ELEMENT(VORAWalletHistoryModel)
     QML_UNCREATABLE("the root controller makes the history lists")
+};
+
+// account: the user panel and its forms
+struct VORAUserViewControllerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAUserViewController)
+    QML_NAMED_ELEMENT(VORAUserViewController)
+    QML_UNCREATABLE("the root controller makes the user panel")
+};
+struct VORAAccountFormForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAAccountForm)
+    QML_NAMED_ELEMENT(VORAAccountForm)
+    QML_UNCREATABLE("the base of the user panel's forms")
+};
+struct VORAPhoneCodeFormForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAPhoneCodeForm)
+    QML_NAMED_ELEMENT(VORAPhoneCodeForm)
+    QML_UNCREATABLE("the base of the forms proven by a text-message code")
+};
+struct VORASignInUserViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORASignInUserView)
+    QML_NAMED_ELEMENT(VORASignInUserView)
+    QML_UNCREATABLE("the user panel owns its sign-in form")
+};
+struct VORASignUpViewControllerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORASignUpViewController)
+    QML_NAMED_ELEMENT(VORASignUpViewController)
+    QML_UNCREATABLE("the user panel owns its registration form")
+};
+struct VORAForgetPasswordViewControllerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAForgetPasswordViewController)
+    QML_NAMED_ELEMENT(VORAForgetPasswordViewController)
+    QML_UNCREATABLE("the user panel owns its password reset form")
+};
+struct VORAHwLoginViewControllerForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORAHwLoginViewController)
+    QML_NAMED_ELEMENT(VORAHwLoginViewController)
+    QML_UNCREATABLE("the user panel owns its passport form")
 };
 
 // catalogue

@@ -5,6 +5,7 @@
 #include "WelcomeViewController.h"
 #include "account/VORAPayViewController.h"
 #include "account/VORAWalletHistoryModel.h"
+#include "account/VORAUserViewController.h"
 #include "catalogue/VORAComicHomePageView.h"
 #include "catalogue/VORARecommentView.h"
 #include "catalogue/VORASearchView.h"
@@ -63,6 +64,8 @@ QVariantList VORARootViewController::buttons() const
                     {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
         QVariantMap{{QStringLiteral("tag"), 107}, {QStringLiteral("title"), QStringLiteral("搜索")},
                     {QStringLiteral("icon"), QStringLiteral("btnsearch.png")}},
+        QVariantMap{{QStringLiteral("tag"), 109}, {QStringLiteral("title"), QStringLiteral("我的")},
+                    {QStringLiteral("icon"), QStringLiteral("btnuser.png")}},
         QVariantMap{{QStringLiteral("tag"), 108}, {QStringLiteral("title"), QStringLiteral("设置")},
                     {QStringLiteral("icon"), QStringLiteral("btnsetting.png")}},
     };
@@ -70,7 +73,8 @@ QVariantList VORARootViewController::buttons() const
 
 bool VORARootViewController::hasScreen(int tag)
 {
-    return tag == 100 || (tag >= 101 && tag <= 104) || tag == 107 || tag == 108 || tag == 111 || tag == 112;
+    return tag == 100 || (tag >= 101 && tag <= 104) || tag == 107 || tag == 108 || tag == 109 || tag == 111
+        || tag == 112;
 }
 
 
@@ -139,8 +143,44 @@ void VORARootViewController::btnSwitchView(int tag)
         }
         return;
     }
+    if (tag == 109) {
+        // The panel reads the user afresh each time it slides in.
+        if (!m_userView)
+            createUserView();
+        else
+            m_userView->upDateUserBasic();
+        setDimmingAlpha(0.6);
+        if (!m_userViewOpen) {
+            m_userViewOpen = true;
+            emit userViewOpenChanged();
+            fatherToucuInView();
+        }
+        return;
+    }
     if (tag == 111 || tag == 112)
         openPay(tag == 111 ? VORAPayViewController::Membership : VORAPayViewController::Coins);
+}
+
+void VORARootViewController::createUserView()
+{
+    m_userView = new VORAUserViewController(this);
+    connect(m_userView, &VORAUserViewController::closeRequested, this, &VORARootViewController::closeUserView);
+    // Signed in from a top-up button: the payment screen takes the panel's place.
+    connect(m_userView, &VORAUserViewController::topUpRequested, this, [this](int kind) {
+        openPay(kind);
+        closeUserView();
+    });
+    emit screensChanged();
+}
+
+void VORARootViewController::closeUserView()
+{
+    if (!m_userViewOpen)
+        return;
+    m_userViewOpen = false;
+    emit userViewOpenChanged();
+    fatherToucuOutView();
+    cancleButton();
 }
 
 void VORARootViewController::createRecommentView()
@@ -197,11 +237,13 @@ void VORARootViewController::cancleButton()
 {
     // Back from the sign-in the detail page asks again (the user may see other chapters now).
     if (m_isRefurbish && m_comicHomePageView && hasComicDetail()) {
+        m_comicHomePageView->resumeAfterSignIn();
         m_comicHomePageView->initBookshelfAndReadHistory();
         m_comicHomePageView->beginRequestData();
     }
     m_isRefurbish = false;
-    setDimmingAlpha(0);
+    if (!m_userViewOpen && !walletOpen() && !m_settingsOpen)
+        setDimmingAlpha(0);
 }
 
 void VORARootViewController::setDimmingAlpha(qreal alpha)
@@ -337,7 +379,6 @@ void VORARootViewController::openComicDetail(const QString &comicId, const QStri
 
 void VORARootViewController::requestSignIn()
 {
-    // The sign-in screen (109) is not part of this build yet.
     m_isRefurbish = true;
     btnSwitchView(109);
 }
@@ -443,7 +484,11 @@ void VORARootViewController::closeWalletHistory()
 
 void VORARootViewController::dimmingTapped()
 {
-    if (!walletOpen())
+    if (walletOpen())
+        return;
+    if (m_userViewOpen)
+        closeUserView();
+    else
         closeSettingView();
 }
 
@@ -457,10 +502,9 @@ void VORARootViewController::alertView(int tag, int buttonIndex)
 {
     if (tag != signOutAlertTag || buttonIndex != 0)
         return;
-    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    global->user()->logonOut();
-    global->saveUser();
-    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::userViewPostInfo));
+    if (!m_userView)
+        createUserView();
+    m_userView->signOut();
 }
 
 void VORARootViewController::fatherToucuInView()

@@ -14,6 +14,7 @@ class VORARecommentView;
 class VORASearchView;
 class VORASortView;
 class VORASettingView;
+class VORAUserViewController;
 class WelcomeViewController;
 struct Notification;
 
@@ -21,6 +22,7 @@ Q_MOC_INCLUDE("VORASettingView.h")
 Q_MOC_INCLUDE("WelcomeViewController.h")
 Q_MOC_INCLUDE("account/VORAPayViewController.h")
 Q_MOC_INCLUDE("account/VORAWalletHistoryModel.h")
+Q_MOC_INCLUDE("account/VORAUserViewController.h")
 Q_MOC_INCLUDE("catalogue/VORAComicHomePageView.h")
 Q_MOC_INCLUDE("catalogue/VORARecommentView.h")
 Q_MOC_INCLUDE("catalogue/VORASearchView.h")
@@ -38,6 +40,12 @@ Q_MOC_INCLUDE("reader/VORAReadHomePageViewController.h")
 // 112, the reader's and the detail page's top-up requests, openPay) and the
 // history lists (openWalletHistory). Their objects are made on first use and
 // kept, so an order waiting for payment survives closing the screen.
+//
+// The user panel (tag 109) slides in over the dimming layer, above the shell
+// and above the reader: the main button opens it, and so does every request to
+// sign in (the detail page, the reader's read gate, the tucao editor), after
+// which the panel's own jump decides whether it closes by itself. Closing it
+// runs cancleButton (the detail page asks again when a sign-in was requested).
 class VORARootViewController : public QObject
 {
     Q_OBJECT
@@ -67,6 +75,8 @@ class VORARootViewController : public QObject
     // The history list of the kind last opened (null before the first opening).
     Q_PROPERTY(VORAWalletHistoryModel *walletHistory READ walletHistory NOTIFY walletChanged)
     Q_PROPERTY(bool walletHistoryOpen READ walletHistoryOpen NOTIFY walletChanged)
+    Q_PROPERTY(VORAUserViewController *userView READ userView NOTIFY screensChanged)
+    Q_PROPERTY(bool userViewOpen READ userViewOpen NOTIFY userViewOpenChanged)
 public:
     static constexpr int comicDetailTag = 300000;
     static constexpr int downloadDetailTag = 300001;
@@ -105,6 +115,9 @@ public:
     bool walletHistoryOpen() const { return m_walletHistoryOpen; }
     // True while a wallet screen is shown over the rest.
     bool walletOpen() const { return m_payOpen || m_walletHistoryOpen; }
+    // The user panel, made on first opening and kept.
+    VORAUserViewController *userView() const { return m_userView; }
+    bool userViewOpen() const { return m_userViewOpen; }
 
     // Entry point of every main button.
     Q_INVOKABLE void switchView(int tag);
@@ -117,6 +130,11 @@ public:
     Q_INVOKABLE void removeComicDetailAndDownloadDeitail();
     Q_INVOKABLE void closeSettingView();
     Q_INVOKABLE void cancleButton();
+    // The user panel's close button, and its own way back after a sign-in.
+    Q_INVOKABLE void closeUserView();
+    // Sends the reader to sign in: the user panel on its sign-in form, over
+    // whatever is shown; the detail page is asked again when it closes.
+    Q_INVOKABLE void requestSignIn();
     void downloadUpdate(const Notification &n);
     void bookshelfUpdate();
     int getBookshelfUpdateArray() const;
@@ -141,7 +159,7 @@ public:
     // VORAWalletHistoryModel kinds), read again from its first page.
     Q_INVOKABLE void openWalletHistory(int kind);
     Q_INVOKABLE void closeWalletHistory();
-    // A tap on the dimming layer: closes the settings, never a wallet screen
+    // A tap on the dimming layer: closes the user panel or the settings, never a wallet screen
     // (a tap beside the payment panel must not lose the order on screen).
     Q_INVOKABLE void dimmingTapped();
     // The sign-out confirmation.
@@ -165,10 +183,11 @@ signals:
     void openUrlRequested(const QUrl &url);
     void readerChanged();
     void walletChanged();
+    void userViewOpenChanged();
 
 private:
     void setDimmingAlpha(qreal alpha);
-    void requestSignIn();
+    void createUserView();
     static QString badgeText(qint64 count);
 
     int m_buttonCount = 1;
@@ -184,6 +203,8 @@ private:
     VORAWalletHistoryModel *m_walletHistories[3] = {};
     VORAWalletHistoryModel *m_walletHistory = nullptr;
     bool m_walletHistoryOpen = false;
+    VORAUserViewController *m_userView = nullptr;
+    bool m_userViewOpen = false;
     WelcomeViewController *m_welcomeView = nullptr;
     bool m_settingsOpen = false;
     qreal m_dimmingAlpha = 0;

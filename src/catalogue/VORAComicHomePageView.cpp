@@ -19,6 +19,8 @@
 #include <QJsonObject>
 #include <QSet>
 
+#include <utility>
+
 namespace {
 const QString kFirstPage = QStringLiteral("kFirstPage");
 const QString tipTitle = QStringLiteral("提示");
@@ -446,7 +448,17 @@ void VORAComicHomePageView::sendToSignIn()
     global->user()->setUserViewJumpType(1);
     global->user()->setUserViewJumpIsTopupType(2);
     global->saveUser();
+    m_addBookshelfAfterSignIn = false;
     emit signInRequested();
+}
+
+void VORAComicHomePageView::resumeAfterSignIn()
+{
+    if (!std::exchange(m_addBookshelfAfterSignIn, false) || !VORAAppGlobalData::shareAppGlobalData()->user()->isLogin())
+        return;
+    initBookshelfAndReadHistory(); // the shelf may have come from the site meanwhile
+    if (!m_inBookshelf)
+        addBookShelfBtnClick();
 }
 
 void VORAComicHomePageView::openReader(const QString &chapterId, const QString &pageId)
@@ -462,6 +474,7 @@ void VORAComicHomePageView::addBookShelfBtnClick()
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     if (!global->user()->isLogin()) {
         sendToSignIn();
+        m_addBookshelfAfterSignIn = true;
         return;
     }
     if (!m_comicInfoDTO)

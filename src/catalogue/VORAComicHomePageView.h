@@ -96,6 +96,9 @@ public:
     Q_INVOKABLE void readCurrentChapterAtRow(int row);
     VORAReadGate::Outcome readCurrentChapter(const VORAChapterInfoDTO &chapter);
     Q_INVOKABLE void addBookShelfBtnClick();
+    // Back from a sign-in this page asked for: the shelf button that sent the
+    // reader there is pressed for him once he is signed in.
+    void resumeAfterSignIn();
     Q_INVOKABLE void comicHomePageToOrientation(bool landscape);
     // The close button: the list that opened the page hears removeComicHomePage.
     Q_INVOKABLE void close();
@@ -149,6 +152,7 @@ private:
     QString m_historyPageId;
     QStringList m_downloadedChapterIds;
     bool m_inBookshelf = false;
+    bool m_addBookshelfAfterSignIn = false;
     State m_state = Waiting;
     bool m_landscape = true;
 

@@ -106,8 +106,8 @@ Window {
         color: Theme.shade
         opacity: window.rootController.dimmingAlpha
         visible: opacity > 0
-        // Over the reader too while a wallet screen is open.
-        z: window.walletShown ? 1 : 0
+        // Over the reader too while a wallet screen or the user panel is open.
+        z: window.walletShown || window.rootController.userViewOpen ? 1 : 0
         Behavior on opacity { NumberAnimation { duration: 500 } }
         MouseArea {
             anchors.fill: parent
@@ -137,12 +137,30 @@ Window {
     // The reader takes the whole window; its read mode shapes the reading
     // surface inside it and never resizes the window.
     ReaderView {
+        id: readerView
         objectName: "readerView"
         anchors.fill: parent
         reader: window.reader
         fontFamily: window.fontFamily
         visible: window.readerShown
         onVisibleChanged: if (visible) forceActiveFocus()
+    }
+
+    // The user panel opens over the shell and over the reader (which takes
+    // the keys back when it closes). The wallet's screens it opens lie over
+    // it; signed out, it lies over the payment screen that asked to sign in.
+    UserPanel {
+        objectName: "userPanel"
+        z: window.walletShown && !signedIn ? 1.5 : 1
+        user: window.rootController.userView
+        rootController: window.rootController
+        fontFamily: window.fontFamily
+        width: Math.min(460, window.width - 40)
+        height: window.height
+        x: window.rootController.userViewOpen ? window.width - width : window.width
+        visible: user !== null && (window.rootController.userViewOpen || x < window.width)
+        Behavior on x { NumberAnimation { duration: 300; easing.type: Easing.OutCubic } }
+        onVisibleChanged: if (!visible && window.readerShown) readerView.forceActiveFocus()
     }
 
     PayView {

@@ -11,9 +11,10 @@ Rectangle {
     property VORARootViewController rootController
     property bool landscape: true
     property string fontFamily
-    // Short windows drop the emblem's name and tighten the buttons.
-    readonly property bool compact: landscape ? height < 720 : width < 640
     readonly property int buttonCount: rail.rootController.buttons.length
+    // Windows too short for every full-size button drop the emblem's name and
+    // tighten the buttons (the full column needs 116 + 84 per button).
+    readonly property bool compact: landscape ? height < 116 + 84 * buttonCount : width < 640
 
     gradient: Gradient {
         orientation: rail.landscape ? Gradient.Vertical : Gradient.Horizontal
@@ -63,7 +64,7 @@ Rectangle {
             readonly property real barSpacing: Math.max(4, Math.min(40, (rail.width - rail.buttonCount * buttonWidth)
                                                                          / (rail.buttonCount + 1)))
             columns: rail.landscape ? 1 : rail.buttonCount
-            spacing: rail.landscape ? (rail.compact ? 6 : 12) : barSpacing
+            spacing: rail.landscape ? (rail.compact ? 4 : 12) : barSpacing
             x: rail.landscape ? (rail.width - width) / 2 : Math.max(barSpacing, (rail.width - width) / 2)
             y: rail.landscape ? 0 : (rail.height - height) / 2
 
@@ -75,21 +76,22 @@ Rectangle {
                     objectName: "button" + modelData.tag
                     readonly property bool current: rail.rootController.currentTag === button.modelData.tag
                                                     || (button.modelData.tag === 108 && rail.rootController.settingsOpen)
+                                                    || (button.modelData.tag === 109 && rail.rootController.userViewOpen)
                     width: buttons.buttonWidth
-                    height: rail.landscape ? (rail.compact ? 62 : 72) : 60
+                    height: rail.landscape ? (rail.compact ? 56 : 72) : 60
                     radius: Theme.radiusButton
                     color: button.current ? Theme.accent : (area.pressed ? Theme.pressedOnDarkStrong : "transparent")
                     Image {
                         id: icon
                         source: "image://quorin/art/" + button.modelData.icon
-                        width: rail.landscape && !rail.compact ? 32 : 28; height: width
+                        width: rail.landscape && !rail.compact ? 32 : (rail.compact ? 24 : 28); height: width
                         anchors.horizontalCenter: parent.horizontalCenter
                         y: rail.landscape && !rail.compact ? 10 : 6
                         asynchronous: true
                     }
                     Text {
                         anchors.top: icon.bottom
-                        anchors.topMargin: 4
+                        anchors.topMargin: rail.compact ? 2 : 4
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: button.modelData.title
                         color: Theme.textOnDark

@@ -44,6 +44,7 @@ Column {
         fontFamily: form.fontFamily
         message: form.reset ? form.reset.message : ""
         busy: form.reset !== null && form.reset.busy
+        good: phone.codeSentShown
     }
     AccountButton {
         objectName: "resetButton"

@@ -9,6 +9,10 @@ Column {
     property VORAPhoneCodeForm form
     property string fontFamily
     property string namePrefix
+    // The form's message is the site's word that a code was sent (not a fault).
+    readonly property bool codeSentShown: fields.form !== null && fields.form.message !== ""
+                                          && fields.form.message === fields.sentMessage
+    property string sentMessage
     // Enter in the code field moves on to the form's next field.
     signal codeAccepted()
 
@@ -17,6 +21,17 @@ Column {
     }
 
     spacing: Theme.spacing
+
+    // A countdown starts right after the site said that the code is on its way.
+    property int lastCountdown: 0
+    Connections {
+        target: fields.form
+        function onCountdownChanged() {
+            if (fields.lastCountdown === 0 && fields.form.countdown > 0)
+                fields.sentMessage = fields.form.message
+            fields.lastCountdown = fields.form.countdown
+        }
+    }
 
     AccountField {
         id: mobile

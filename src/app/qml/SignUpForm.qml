@@ -55,6 +55,7 @@ Column {
         fontFamily: form.fontFamily
         message: form.signUp ? form.signUp.message : ""
         busy: form.signUp !== null && form.signUp.busy
+        good: phone.codeSentShown
     }
     AccountButton {
         objectName: "signUpButton"

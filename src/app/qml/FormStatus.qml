@@ -21,7 +21,7 @@ Item {
         width: parent.width - (status.busy ? 32 : 0)
         wrapMode: Text.WordWrap
         text: status.message
-        color: status.good ? Theme.accentText : Theme.danger
+        color: status.good ? Theme.textSecondary : Theme.danger
         font.family: status.fontFamily
         font.pixelSize: Theme.fontBody
     }

@@ -23,13 +23,9 @@
 #include "net/VORAGetAuthenticateQ42UserService.h"
 #include "net/VORAGetChapterInfoService.h"
 #include "net/VORAGetComicBasicInfoService.h"
-#include "net/VORAGetPhoneVerifyCodeService.h"
 #include "net/VORAGetRcommentService.h"
 #include "net/VORAGetSearchKeyword.h"
-#include "net/VORAHarrowLoginService.h"
-#include "net/VORAOpenLoginService.h"
 #include "net/VORAPushmessageService.h"
-#include "net/VORAQQLoginService.h"
 #include "net/VORASafariPayService.h"
 #include "net/VORASortWebService.h"
 #include "net/VORATicket_logService.h"
@@ -192,7 +188,8 @@ void TestServices::accountServices()
     QVERIFY(query(autoLogin.path()).endsWith(QLatin1String("&v=3.5.0&from=appstore4&")));
     VORAAppGlobalData::shareAppGlobalData()->user()->setKey(std::nullopt);
 
-    // Registration by name, then the verification code for a phone.
+    // Registration by name; by phone and the partner sign-ins go through the
+    // account forms (tst_accountflows).
     VORACreateQuorinUserService reg;
     reg.userName = QStringLiteral("新读者_%1").arg(QDateTime::currentMSecsSinceEpoch() % 100000);
     reg.password = QStringLiteral("pass word&1");
@@ -202,47 +199,6 @@ void TestServices::accountServices()
     QVERIFY(!reg.key.isEmpty());
     QVERIFY(reg.data);
     QCOMPARE(VORAUtility::jsonString(reg.data->value(QLatin1String("username"))), reg.userName);
-
-    VORACreateQuorinUserService byPhone;
-    byPhone.isMobileRegister = true;
-    byPhone.mobile = QStringLiteral("13912345678");
-    byPhone.verifyCode = QStringLiteral("000000");
-    byPhone.password = QStringLiteral("secret1");
-    QVERIFY(run(byPhone));
-    QVERIFY(m_site->site->lastRequest(QStringLiteral("v3/app/ios/pad/member/mobilereg")).valid);
-    QCOMPARE(byPhone.code, 0); // no code was sent to this phone
-
-    VORAGetPhoneVerifyCodeService sms;
-    sms.mobile = QStringLiteral("13912345678");
-    QVERIFY(run(sms));
-    QCOMPARE(sms.code, 1);
-    QVERIFY(!sms.message.isEmpty());
-
-    // Partner accounts.
-    VORAOpenLoginService open;
-    open.openId = QStringLiteral("weibo-42");
-    open.accessToken = QStringLiteral("tok+en/=");
-    open.siteMark = QStringLiteral("weibo");
-    open.openName = QStringLiteral("微博 用户");
-    QVERIFY(run(open));
-    QVERIFY2(open.code == 1, qPrintable(open.message));
-    QVERIFY(!open.key.isEmpty());
-    QVERIFY(open.data);
-
-    VORAQQLoginService qq;
-    qq.openId = QStringLiteral("qq-42");
-    qq.accessToken = QStringLiteral("t");
-    qq.nickname = QStringLiteral("企鹅");
-    QVERIFY(run(qq));
-    QCOMPARE(qq.code, 1);
-    QVERIFY(!qq.key.isEmpty());
-    QCOMPARE(VORAUtility::jsonString(qq.data->value(QLatin1String("site"))), QStringLiteral("qq"));
-
-    VORAHarrowLoginService passport;
-    passport.sessionId = QStringLiteral("session-1");
-    QVERIFY(run(passport));
-    QCOMPARE(passport.code, 1);
-    QVERIFY(!passport.key.isEmpty());
 }
 
 void TestServices::catalogueServices()

@@ -157,8 +157,19 @@ void VORARootViewController::btnSwitchView(int tag)
         }
         return;
     }
-    if (tag == 111 || tag == 112)
-        openPay(tag == 111 ? VORAPayViewController::Membership : VORAPayViewController::Coins);
+    if (tag == 111 || tag == 112) {
+        VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+        if (global->user()->isLogin()) {
+            openPay(tag == 111 ? VORAPayViewController::Membership : VORAPayViewController::Coins);
+            return;
+        }
+        // Signed out: the panel signs the reader in first, then its jump opens
+        // the payment screen of the button (0 membership, 1 coins).
+        global->user()->setUserViewJumpType(0);
+        global->user()->setUserViewJumpIsTopupType(tag == 111 ? 0 : 1);
+        global->saveUser();
+        btnSwitchView(109);
+    }
 }
 
 void VORARootViewController::createUserView()

@@ -7,6 +7,7 @@
 
 #include "ReaderTestWindow.h"
 #include "SiteCatalogue.h"
+#include "account/VORAPayViewController.h"
 #include "account/VORAUserViewController.h"
 #include "catalogue/VORAComicHomePageView.h"
 #include "reader/VORAReadComicManager.h"
@@ -60,6 +61,7 @@ private slots:
     void shelfButtonSignsInThenAdds();
     void readGateSignsInThenReads();
     void tucaoWriteSignsInThenWrites();
+    void topUpButtonSignsInThenPays();
 
 private:
     // Types into the panel's sign-in fields and submits (Enter, or the button).
@@ -179,6 +181,20 @@ void TestUserPanel::tucaoWriteSignsInThenWrites()
 
     QVERIFY(writeClicked());
     QTRY_VERIFY(app.item(QStringLiteral("TucaotextFiled")));
+}
+
+void TestUserPanel::topUpButtonSignsInThenPays()
+{
+    // Signed out, the coin top-up button signs in first, then the panel gives
+    // way to the coin payment screen.
+    ReaderTestWindow app(QSize(1366, 768));
+    QVERIFY(app.started());
+    app.root()->switchView(112);
+    QTRY_VERIFY(app.item(QStringLiteral("signInForm")));
+    QVERIFY(!app.root()->payOpen());
+    signIn(app, QStringLiteral("reader"), QStringLiteral("reader123"), true);
+    QTRY_VERIFY_WITH_TIMEOUT(app.root()->payOpen() && !app.root()->userViewOpen(), 10000);
+    QCOMPARE(int(app.root()->payView()->kind()), int(VORAPayViewController::Coins));
 }
 
 QTEST_MAIN(TestUserPanel)

@@ -113,15 +113,7 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"),
                      {{"comicId", "10002"}, {"chapter", QJsonDocument(QJsonArray{chapterId}).toJson(QJsonDocument::Compact)}});
     QCOMPARE(SiteTestClient::v3Data(buy).value("stateCode").toInt(), 0);
-    // Every unbought paid chapter at once is more than the reader has left.
-    QJsonArray all;
-    for (const QJsonValue &v : detail.value("chapter_list").toArray()) {
-        if (v.toObject().value("type").toInt() == 2 && v.toObject().value("chapter_id").toString() != chapterId)
-            all.append(v.toObject().value("chapter_id"));
-    }
-    buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"), {{"comicId", "10002"}, {"chapter", QJsonDocument(all).toJson(QJsonDocument::Compact)}});
-    QCOMPARE(SiteTestClient::v3Data(buy).value("stateCode").toInt(), 0);
-    QVERIFY(SiteTestClient::v3Data(buy).value("message").toString().contains(QStringLiteral("不足")));
+    // Paying more than is left: tst_walletflows, through the client.
     // What the purchase opened is checked after the restart.
     const auto pages = reader.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapterId}, {"webp", "0"}});
     QCOMPARE(pages.json.value("code").toInt(), 1);
@@ -193,13 +185,6 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     QCOMPARE(reader.get(QStringLiteral("pay/ajax.php"), {{"mod", "order"}, {"act", "pay"}, {"order_id", orderId}}).json.value("code").toInt(), 1);
     const auto paidOrder = SiteTestClient::v3Data(reader.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("returnData").toObject();
     QCOMPARE(paidOrder.value("state").toInt(), 1);
-    // A paid membership order makes a paying member.
-    const auto vipOrder = rich.get(QStringLiteral("v3/app/ios/pad/pay/alipay"), {{"android_id", "TEST"}, {"product", "vip"}, {"product_num", "1"}, {"rmb", "15"}});
-    const QString vipOrderId = SiteTestClient::v3Data(vipOrder).value("returnData").toObject().value("order_id").toString();
-    QVERIFY(!vipOrderId.isEmpty());
-    QCOMPARE(rich.get(QStringLiteral("pay/ajax.php"), {{"mod", "order"}, {"act", "pay"}, {"order_id", vipOrderId}}).json.value("state").toInt(), 1);
-    QCOMPARE(SiteTestClient::v3Data(rich.get(QStringLiteral("v3/app/ios/pad/member/autologin"))).value("returnData").toObject()
-                 .value("user").toObject().value("group_user").toString(), QStringLiteral("1"));
 
     // --- restart on the same data directory ---
     startSite();

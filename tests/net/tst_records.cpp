@@ -1,6 +1,5 @@
-// Records, wire codes and request texts that need no server.
+// Records and wire codes that need no server.
 
-#include "net/VORABookShelfInfoSynchronizationService.h"
 #include "net/VORAComicInfoDTO.h"
 #include "net/VORACommentInfoDTO.h"
 #include "net/VORAPageInfoDTO.h"
@@ -8,7 +7,6 @@
 #include "net/VORARecommentDTO.h"
 #include "net/VORASlideComicDTO.h"
 #include "net/VORATucao.h"
-#include "net/VORAUploadReadLogSerVice.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -36,7 +34,6 @@ private slots:
     void archivesRoundTrip();
     void commentsFillGuestNamesAndLevels();
     void tucaoListNeedsAnObject();
-    void requestTexts();
 };
 
 void TestRecords::filterCodes_data()
@@ -215,27 +212,6 @@ void TestRecords::tucaoListNeedsAnObject()
     QCOMPARE(list.first().content, QStringLiteral("c"));
     QCOMPARE(list.first().x, 1);               // read as 32 bits
     QCOMPARE(list.first().updateTime.toSecsSinceEpoch(), 100);
-}
-
-void TestRecords::requestTexts()
-{
-    VORAUploadReadLogSerVice log;
-    log.comicId = QStringLiteral("5302");
-    log.keyList = {QStringLiteral("3_44120"), QStringLiteral("4_44120")};
-    log.valueList = {QStringLiteral("i889123"), QStringLiteral("i889124")};
-    const QJsonObject text = QJsonDocument::fromJson(log.readLogText().toUtf8()).object();
-    QCOMPARE(text.value(QLatin1String("count")).toString(), QStringLiteral("2"));
-    QCOMPARE(text.value(QLatin1String("c5302")).toObject(),
-             object("{\"i889123\":\"3_44120\",\"i889124\":\"4_44120\"}"));
-    const QString sent = log.parameter().first().second;
-    QCOMPARE(QByteArray::fromBase64(sent.toLatin1()), log.readLogText().toUtf8());
-
-    VORABookShelfInfoSynchronizationService sync;
-    sync.comicIdsDate = QStringLiteral("12|add|1400000000||中|delete|5||");
-    QCOMPARE(sync.q42HttpMethod(), 1);
-    QCOMPARE(sync.parameter().size(), 1);
-    QCOMPARE(sync.parameter().first().first, QStringLiteral("data"));
-    QCOMPARE(QString::fromUtf8(QByteArray::fromBase64(sync.parameter().first().second.toLatin1())), sync.comicIdsDate);
 }
 
 QTEST_GUILESS_MAIN(TestRecords)

@@ -2,7 +2,6 @@
 
 #include "NetTestSite.h"
 
-#include "net/ASIFormDataRequest.h"
 #include "net/PersistentCookieJar.h"
 
 #include <QFile>
@@ -69,7 +68,6 @@ private slots:
     void outcomes_data();
     void outcomes();
     void clearDelegatesAndCancelReportsNothing();
-    void formBodyIsUrlEncodedUtf8InOrder();
     void cookiesPersistAcrossThreadsAndRestarts();
 
 private:
@@ -193,25 +191,6 @@ void TestAsiHttpRequest::clearDelegatesAndCancelReportsNothing()
     done.clearDelegatesAndCancel();
     QVERIFY(!done.error());
     QCOMPARE(recorder.failed, 0);
-}
-
-void TestAsiHttpRequest::formBodyIsUrlEncodedUtf8InOrder()
-{
-    const QString path = QStringLiteral("ios/pad/comment_add.php");
-    ASIFormDataRequest request(siteUrl(*m_site, path));
-    request.setPostValue(QStringLiteral("a b&c=d+e"), QStringLiteral("z"));
-    request.setPostValue(QStringLiteral("吐槽/?#%"), QStringLiteral("content"));
-    request.setPostValue(QString(), QStringLiteral("empty"));
-    RequestRecorder recorder;
-    start(request, recorder);
-    QTRY_COMPARE_WITH_TIMEOUT(recorder.finished, 1, 10000);
-
-    const auto record = m_site->site->lastRequest(path);
-    QCOMPARE(record.method, QByteArray("POST"));
-    QCOMPARE(record.body,
-             QByteArray("z=a%20b%26c%3Dd%2Be&content=%E5%90%90%E6%A7%BD%2F%3F%23%25&empty="));
-    QCOMPARE(NetTestSite::header(record, "Content-Type"),
-             QByteArray("application/x-www-form-urlencoded; charset=utf-8"));
 }
 
 void TestAsiHttpRequest::cookiesPersistAcrossThreadsAndRestarts()

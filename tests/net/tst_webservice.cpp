@@ -146,7 +146,7 @@ void TestWebService::postCarriesCommonParametersInQueryAndOwnInBody()
     VORAAppGlobalData::shareAppGlobalData()->user()->setKey(QStringLiteral("K-1"));
     VORAAddTucaoService add;
     add.objectId = QStringLiteral("77");
-    add.content = QStringLiteral("好&看=1");
+    add.content = QStringLiteral("好&看=1 a+/?#%");
     add.createTime = QDateTime::fromSecsSinceEpoch(1400000000, Qt::UTC);
     add.x = 1;
     add.y = -2;
@@ -161,8 +161,9 @@ void TestWebService::postCarriesCommonParametersInQueryAndOwnInBody()
     QCOMPARE(record.method, QByteArray("POST"));
     QVERIFY(QRegularExpression(QStringLiteral("^key=K-1&version=3\\.5\\.0&android_id=dev42&time=\\d+&$"))
                 .match(QString::fromLatin1(record.query)).hasMatch());
-    QCOMPARE(record.body, QByteArray("image_id=77&content=%E5%A5%BD%26%E7%9C%8B%3D1&color=0&back=0"
+    QCOMPARE(record.body, QByteArray("image_id=77&content=%E5%A5%BD%26%E7%9C%8B%3D1%20a%2B%2F%3F%23%25&color=0&back=0"
                                      "&create_time=1400000000&x=1&y=-2&w=30&h=40"));
+    QCOMPARE(NetTestSite::header(record, "Content-Type"), QByteArray("application/x-www-form-urlencoded; charset=utf-8"));
 }
 
 void TestWebService::unknownMethodCodeIsGet()

@@ -320,7 +320,6 @@ void TestAppShell::startWithoutNetwork()
     Launch app(false);
     QVERIFY(app.autoLoginAnswered); // "UserViewPostInfo" all the same
     QVERIFY(app.layer->progressVisible());
-    QVERIFY(!app.layer->progressBlocking());
     QCOMPARE(app.layer->progressText(), QStringLiteral("网络断开，检查网络设置"));
     QVERIFY(app.feed()->noNetwork()->isVisible());
     QTRY_VERIFY(!app.layer->progressVisible()); // gone after its 2 seconds

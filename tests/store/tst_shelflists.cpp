@@ -77,8 +77,6 @@ void TestShelfLists::searchHistoryFile()
     manager->saveSearchHistory();
     manager->history()->cleanAllSearchHistory();
     QCOMPARE(manager->loadSearchHistory()->getAllSearchHistory(), (QStringList{"火影", "海贼"}));
-    const QCborMap stored = VORAPersistenceManager::loadObject("History", VORAPersistenceManager::searchHistoryFile()).toMap();
-    QVERIFY(stored.value(QStringLiteral("historyListArray")).isArray());
 
     // Hostile files: wrong shapes, too many entries, garbage bytes.
     VORAPersistenceManager::saveObject(QCborMap{{QStringLiteral("historyListArray"),

@@ -8,7 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMutex>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -35,7 +34,6 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
     void scriptedSessionSurvivesRestart();
-    void registrationWithTextMessageCode();
     void damagedDataDirectory();
 
 private:
@@ -239,34 +237,6 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     QCOMPARE(tickets.value("data").toArray().first().toObject().value("ticket_num").toInt(), 2);
     const auto coins = again.get(QStringLiteral("ios/pad/coin_log.php"), {{"page", "1"}}).json;
     QCOMPARE(coins.value("total").toInt(), 2); // the purchase and the top-up
-}
-
-void TestSiteSession::registrationWithTextMessageCode()
-{
-    SiteTestClient client(m_site->baseUrl());
-    const QString mobile = QStringLiteral("13800138000");
-    const auto sent = client.get(QStringLiteral("v3/app/ios/pad/member/getmessage"), {{"mobile", mobile}});
-    QCOMPARE(SiteTestClient::v3Data(sent).value("stateCode").toInt(), 1);
-    QString code;
-    {
-        QMutexLocker lock(&g_logMutex);
-        static const QRegularExpression re(QStringLiteral("verification code for 13800138000 is ([0-9]{6})"));
-        for (const QString &line : std::as_const(g_log)) {
-            const auto m = re.match(line);
-            if (m.hasMatch())
-                code = m.captured(1);
-        }
-    }
-    QVERIFY2(!code.isEmpty(), "the code is written to the site's log");
-    const QString wrong = code == QLatin1String("000000") ? QStringLiteral("111111") : QStringLiteral("000000");
-    auto reg = client.get(QStringLiteral("v3/app/ios/pad/member/mobilereg"), {{"mobile", mobile}, {"code", wrong}, {"username", "newcomer"}, {"password", "secret99"}, {"device_id", "D"}});
-    QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 0);
-    reg = client.get(QStringLiteral("v3/app/ios/pad/member/mobilereg"), {{"mobile", mobile}, {"code", code}, {"username", "newcomer"}, {"password", "secret99"}, {"device_id", "D"}});
-    QCOMPARE(SiteTestClient::v3Data(reg).value("stateCode").toInt(), 1);
-    const QString key = SiteTestClient::v3Data(reg).value("returnData").toObject().value("key").toString();
-    QVERIFY(!key.isEmpty());
-    // The new account signs in by name.
-    QCOMPARE(client.signIn("newcomer", "secret99").value("username").toString(), QStringLiteral("newcomer"));
 }
 
 void TestSiteSession::damagedDataDirectory()

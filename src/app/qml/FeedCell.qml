@@ -32,7 +32,7 @@ Rectangle {
             anchors.fill: parent
             fillMode: Image.PreserveAspectCrop
             asynchronous: true
-            source: cell.comic && cell.comic.comicCover !== ""
+            source: cell.comic && cell.comic.comicCover
                     ? "image://quorin/net/" + encodeURIComponent(cell.comic.comicCover) : ""
         }
         Image {
@@ -40,7 +40,7 @@ Rectangle {
             x: -4
             y: parent.height - height - 12
             width: 58; height: 24
-            visible: cell.comic && cell.comic.badge !== ""
+            visible: !!(cell.comic && cell.comic.badge)
             source: visible ? "image://quorin/art/" + cell.comic.badge : ""
             asynchronous: true
         }
@@ -73,7 +73,7 @@ Rectangle {
             elide: Text.ElideRight
         }
         Rectangle {
-            visible: cell.comic && cell.comic.comicClickTotal !== ""
+            visible: !!(cell.comic && cell.comic.comicClickTotal)
             width: Math.min(clicks.implicitWidth + 16, parent.width)
             height: 22
             radius: 11

@@ -225,8 +225,6 @@ void tst_Utility::systemConfig()
 {
     qunsetenv("QUORIN_API_BASE");
     qunsetenv("QUORIN_PAY_BASE");
-    QCOMPARE(VORASystemConfig::getWebServiceUrlBase(), QString("http://127.0.0.1:48042/"));
-    QCOMPARE(VORASystemConfig::getPayWebServiceUrlBase(), QString("http://127.0.0.1:48042/"));
     QCOMPARE(VORAUtility::dateFromSeconds(1700000000).toString(Qt::ISODate), QString("2023-11-14T22:13:20Z"));
 
     // Read on every call; a missing trailing "/" is added.

@@ -78,40 +78,15 @@ Column {
     Row {
         width: info.width
         spacing: 8
-        Repeater {
-            model: [
-                { name: "userCoins", title: "quorin币", value: info.user ? info.user.userCoin : 0 },
-                { name: "userTickets", title: "月票", value: info.user ? info.user.ticket : 0 }
-            ]
-            Rectangle {
-                id: figure
-                required property var modelData
-                width: info.width / 2 - 4
-                height: 68
-                radius: Theme.radiusCard
-                color: Theme.surfaceAlt
-                border.color: Theme.cardBorder
-                Column {
-                    anchors.centerIn: parent
-                    spacing: 2
-                    Text {
-                        objectName: figure.modelData.name
-                        anchors.horizontalCenter: parent.horizontalCenter
-                        text: figure.modelData.value
-                        color: Theme.accentText
-                        font.family: info.fontFamily
-                        font.pixelSize: Theme.fontDisplay
-                        font.bold: true
-                    }
-                    Text {
-                        anchors.horizontalCenter: parent.horizontalCenter
-                        text: figure.modelData.title
-                        color: Theme.textSecondary
-                        font.family: info.fontFamily
-                        font.pixelSize: Theme.fontSmall
-                    }
-                }
-            }
+        Figure {
+            valueName: "userCoins"
+            title: "quorin币"
+            value: info.user ? info.user.userCoin : 0
+        }
+        Figure {
+            valueName: "userTickets"
+            title: "月票"
+            value: info.user ? info.user.ticket : 0
         }
     }
 
@@ -183,5 +158,38 @@ Column {
         fontFamily: info.fontFamily
         text: "退出登录"
         onClicked: info.rootController.requestSignOut()
+    }
+
+    // One of the user's figures: the number above, its name below.
+    component Figure: Rectangle {
+        id: figure
+        property string valueName
+        property string title
+        property int value
+        width: info.width / 2 - 4
+        height: 68
+        radius: Theme.radiusCard
+        color: Theme.surfaceAlt
+        border.color: Theme.cardBorder
+        Column {
+            anchors.centerIn: parent
+            spacing: 2
+            Text {
+                objectName: figure.valueName
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: figure.value
+                color: Theme.accentText
+                font.family: info.fontFamily
+                font.pixelSize: Theme.fontDisplay
+                font.bold: true
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: figure.title
+                color: Theme.textSecondary
+                font.family: info.fontFamily
+                font.pixelSize: Theme.fontSmall
+            }
+        }
     }
 }

@@ -98,39 +98,12 @@ Item {
             y: surface.height * 0.46 + 40
             width: surface.width - 2 * x
             spacing: 14
-            Repeater {
-                model: [
-                    ["左右滑动", "翻到上一页 / 下一页"],
-                    ["在第一页或最后一页继续滑动", "进入上一章 / 下一章"],
-                    ["双击", "放大到触点附近；放大时双击还原"],
-                    ["双指捏合", "缩放页面（0.6 – 1.64 倍）"],
-                    ["拖动页码滑块", "快速跳到某一页"],
-                    ["方向键、空格、翻页键", "翻页；Esc 返回"]
-                ]
-                delegate: Row {
-                    id: line
-                    required property var modelData
-                    spacing: 16
-                    Rectangle {
-                        width: 10; height: 10; radius: 5
-                        anchors.verticalCenter: parent.verticalCenter
-                        color: Theme.accent
-                    }
-                    Text {
-                        text: line.modelData[0]
-                        color: Theme.textOnDark
-                        font.family: root.fontFamily
-                        font.pixelSize: Theme.fontTitle
-                        font.bold: true
-                    }
-                    Text {
-                        text: line.modelData[1]
-                        color: Theme.textOnDarkSecondary
-                        font.family: root.fontFamily
-                        font.pixelSize: Theme.fontLarge
-                    }
-                }
-            }
+            HelpLine { gesture: "左右滑动"; effect: "翻到上一页 / 下一页" }
+            HelpLine { gesture: "在第一页或最后一页继续滑动"; effect: "进入上一章 / 下一章" }
+            HelpLine { gesture: "双击"; effect: "放大到触点附近；放大时双击还原" }
+            HelpLine { gesture: "双指捏合"; effect: "缩放页面（0.6 – 1.64 倍）" }
+            HelpLine { gesture: "拖动页码滑块"; effect: "快速跳到某一页" }
+            HelpLine { gesture: "方向键、空格、翻页键"; effect: "翻页；Esc 返回" }
             Item { width: 1; height: 10 }
             Text {
                 text: "点击任意位置关闭"
@@ -145,5 +118,31 @@ Item {
         objectName: "helpCloseButton"
         anchors.fill: parent
         onClicked: root.dismissed()
+    }
+
+    // One gesture and what it does.
+    component HelpLine: Row {
+        id: line
+        property string gesture
+        property string effect
+        spacing: 16
+        Rectangle {
+            width: 10; height: 10; radius: 5
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.accent
+        }
+        Text {
+            text: line.gesture
+            color: Theme.textOnDark
+            font.family: root.fontFamily
+            font.pixelSize: Theme.fontTitle
+            font.bold: true
+        }
+        Text {
+            text: line.effect
+            color: Theme.textOnDarkSecondary
+            font.family: root.fontFamily
+            font.pixelSize: Theme.fontLarge
+        }
     }
 }

@@ -72,18 +72,11 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     const QString key = reader.key();
     QVERIFY(!key.isEmpty());
 
-    // Shelf: add two comics, the answer is the site shelf; remove one.
-    auto fav = reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", SiteTestClient::b64("10003|add|1700000000||10004|add|1700000100||")}});
-    QCOMPARE(fav.json.value("code").toInt(), 1);
-    QCOMPARE(fav.json.value("data").toArray().size(), 2);
-    fav = reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", SiteTestClient::b64("10004|delete|1700000200||")}});
-    QCOMPARE(fav.json.value("code").toInt(), 1); // the shelf left is read after the restart
-
-    // Update check: only the comic updated after the posted time comes back.
-    const auto check = reader.post(QStringLiteral("ios/pad/check_update.php"), {{"post_data", "10003|0||10005|99999999999||"}});
-    QCOMPARE(check.json.value("code").toInt(), 1);
-    QCOMPARE(check.json.value("data").toArray().size(), 1);
-    QCOMPARE(check.json.value("data").toArray().first().toObject().value("comic_id").toString(), QStringLiteral("10003"));
+    // Shelf: add two comics, remove one (the shelf's answers and the update
+    // check are the shelf manager's, tst_bookshelfsite); the rest is read
+    // after the restart.
+    reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", SiteTestClient::b64("10003|add|1700000000||10004|add|1700000100||")}});
+    reader.post(QStringLiteral("ios/pad/fav.php"), {{"data", SiteTestClient::b64("10004|delete|1700000200||")}});
 
     // Buy a paid chapter of a paid comic (10002 has is_vip 1: chapters from the fourth are paid).
     auto detail = reader.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10002"}}).json;
@@ -96,25 +89,19 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
             break;
         }
     }
-    QVERIFY(!paid.isEmpty());
-    QCOMPARE(paid.value("buyed").toInt(), 0);
-    QCOMPARE(paid.value("is_view").toInt(), 0);
+    QVERIFY(!paid.isEmpty()); // unbought chapters are refused: tst_sitecatalogue
     const QString chapterId = paid.value("chapter_id").toString();
     const int price = paid.value("price").toInt();
-    QCOMPARE(reader.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapterId}}).json.value("code").toInt(), 0);
-    auto buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"),
-                          {{"comicId", "10002"}, {"chapter", QJsonDocument(QJsonArray{chapterId}).toJson(QJsonDocument::Compact)}});
-    QCOMPARE(buy.json.value("code").toInt(), 1);
-    QCOMPARE(SiteTestClient::v3Data(buy).value("stateCode").toInt(), 1);
+    reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"),
+               {{"comicId", "10002"}, {"chapter", QJsonDocument(QJsonArray{chapterId}).toJson(QJsonDocument::Compact)}});
 
-    // Buying it again is refused and costs nothing.
-    buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"),
+    // Buying it again is refused and costs nothing (the coins after the restart).
+    const auto buy = reader.get(QStringLiteral("v3/app/ios/pad/buyChapter/buy"),
                      {{"comicId", "10002"}, {"chapter", QJsonDocument(QJsonArray{chapterId}).toJson(QJsonDocument::Compact)}});
     QCOMPARE(SiteTestClient::v3Data(buy).value("stateCode").toInt(), 0);
     // Paying more than is left: tst_walletflows, through the client.
     // What the purchase opened is checked after the restart.
     const auto pages = reader.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapterId}, {"webp", "0"}});
-    QCOMPARE(pages.json.value("code").toInt(), 1);
     const QJsonArray pageList = pages.json.value("data").toArray();
     QVERIFY(pageList.size() >= 6);
     const QJsonObject page = pageList.at(1).toObject();
@@ -124,21 +111,19 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     SiteTestClient rich(m_site->baseUrl());
     QCOMPARE(rich.signIn("rich", "rich123").value("coin").toInt(), 100000);
 
-    // Tucao: add two, move one, delete the other (another account's tucao is refused: tst_sitebadrequests).
+    // Tucao: add two, move one, delete the other (the answers: tst_tucaosite;
+    // another account's tucao is refused: tst_sitebadrequests).
     auto add = [&](const QString &content, int x) {
         return reader.post(QStringLiteral("ios/pad/add_tucao.php"),
                            {{"image_id", imageId}, {"content", content}, {"color", "0"}, {"back", "0"},
                             {"create_time", QString::number(QDateTime::currentSecsSinceEpoch())},
                             {"x", QString::number(x)}, {"y", "40"}, {"w", "200"}, {"h", "60"}}).json;
     };
-    const QJsonObject added = add(QStringLiteral("好看！ & = + 吐槽"), 10);
-    QCOMPARE(added.value("code").toInt(), 1);
-    const QString tucaoId = added.value("tucao_id").toString();
+    const QString tucaoId = add(QStringLiteral("好看！ & = + 吐槽"), 10).value("tucao_id").toString();
     QVERIFY(!tucaoId.isEmpty());
     const QString doomed = add(QStringLiteral("马上删掉"), 20).value("tucao_id").toString();
-    auto edit = reader.get(QStringLiteral("ios/pad/edit_tucao.php"), {{"tucao_id", tucaoId}, {"x", "33"}, {"y", "44"}, {"width", "150"}, {"height", "70"}});
-    QCOMPARE(edit.json.value("code").toInt(), 1);
-    QCOMPARE(reader.get(QStringLiteral("ios/pad/delete_tucao.php"), {{"tucao_id", doomed}, {"comic_id", "10002"}}).json.value("code").toInt(), 1);
+    reader.get(QStringLiteral("ios/pad/edit_tucao.php"), {{"tucao_id", tucaoId}, {"x", "33"}, {"y", "44"}, {"width", "150"}, {"height", "70"}});
+    reader.get(QStringLiteral("ios/pad/delete_tucao.php"), {{"tucao_id", doomed}, {"comic_id", "10002"}});
     QCOMPARE(reader.get(QStringLiteral("ios/pad/delete_tucao.php"), {{"tucao_id", doomed}, {"comic_id", "10002"}}).json.value("code").toInt(), 0);
 
     // Comment and reply on the comic's thread.
@@ -160,15 +145,14 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     QCOMPARE(cast.value("code").toInt(), 0);
     QCOMPARE(cast.value("ticket").toInt(), 1);
 
-    // Read log, as the reader uploads it; the shelf then knows the last chapter read.
+    // Read log, as the reader uploads it (its answer: tst_readerpanels_rules);
+    // the shelf then knows the last chapter read.
     const auto chapter3 = reader.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10003"}}).json.value("chapter_list").toArray().first().toObject();
     const auto pages3 = reader.get(QStringLiteral("ios/pad/chapter_127.php"), {{"chapter_id", chapter3.value("chapter_id").toString()}}).json.value("data").toArray();
     const QJsonObject readLog{{"count", "2"},
                               {"c10003", QJsonObject{{"i" + pages3.at(0).toObject().value("image_id").toString(), "0_" + chapter3.value("chapter_id").toString()},
                                                      {"i" + pages3.at(1).toObject().value("image_id").toString(), "1_" + chapter3.value("chapter_id").toString()}}}};
-    const auto logged = reader.post(QStringLiteral("ios/pad/image_log.php"), {{"image_ids", QString::fromLatin1(QJsonDocument(readLog).toJson(QJsonDocument::Compact).toBase64())}});
-    QCOMPARE(logged.json.value("code").toInt(), 1);
-    QCOMPARE(logged.json.value("count").toInt(), 2);
+    reader.post(QStringLiteral("ios/pad/image_log.php"), {{"image_ids", QString::fromLatin1(QJsonDocument(readLog).toJson(QJsonDocument::Compact).toBase64())}});
 
     // A coin order: paid through the payment host, then the coins are there.
     const auto order = reader.get(QStringLiteral("v3/app/ios/pad/pay/alipay"), {{"android_id", "TEST"}, {"product", "coin"}, {"product_num", "500"}, {"rmb", "5"}});
@@ -176,9 +160,8 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     QVERIFY(!orderId.isEmpty());
     // Another user cannot look at it.
     QCOMPARE(SiteTestClient::v3Data(rich.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("stateCode").toInt(), 0);
-    QCOMPARE(reader.get(QStringLiteral("pay/ajax.php"), {{"mod", "order"}, {"act", "pay"}, {"order_id", orderId}}).json.value("code").toInt(), 1);
-    const auto paidOrder = SiteTestClient::v3Data(reader.get(QStringLiteral("v3/app/ios/pad/pay/alipayStatus"), {{"order_id", orderId}})).value("returnData").toObject();
-    QCOMPARE(paidOrder.value("state").toInt(), 1);
+    // Its state once paid is the wallet's (tst_walletflows); the coins are read after the restart.
+    reader.get(QStringLiteral("pay/ajax.php"), {{"mod", "order"}, {"act", "pay"}, {"order_id", orderId}});
 
     // --- restart on the same data directory ---
     startSite();
@@ -190,7 +173,7 @@ void TestSiteSession::scriptedSessionSurvivesRestart()
     QCOMPARE(user.value("coin").toInt(), 100 - price + 500);
     QCOMPARE(user.value("ticket").toInt(), 1);
 
-    fav = again.post(QStringLiteral("ios/pad/fav.php"), {{"data", ""}});
+    const auto fav = again.post(QStringLiteral("ios/pad/fav.php"), {{"data", ""}});
     QCOMPARE(fav.json.value("data").toArray().size(), 1);
     const QJsonObject shelf = fav.json.value("data").toArray().first().toObject();
     QCOMPARE(shelf.value("comic_id").toString(), QStringLiteral("10003"));

@@ -49,32 +49,22 @@ void tst_UserDefaults::directoriesAndDefaultsFollowTheHome()
 
 void tst_UserDefaults::valuesReachTheFileAtOnce()
 {
+    // Switches and numbers of the wrong type: tst_userconfig, over a reopened
+    // store; a removed key gone from the file: tst_appglobaldata's sign-out.
     TestHome home;
     const QString path = home.filePath("Library/Preferences/test.ini");
     {
         UserDefaults defaults(path);
         defaults.setValue("KIsVerticalScreen", false);
-        defaults.setValue("KLuminanceValue", 0.25);
         defaults.setValue("QQLoginData", QVariantMap{{"QQLoginnickName", "小明"}});
-        defaults.setValue("text", "not a number");
-        defaults.setValue("gone", 1);
-        defaults.remove("gone");
+        defaults.setValue("text", "not a map");
         // Written without waiting for the store to go away.
         QFile f(path);
         QVERIFY(f.open(QIODevice::ReadOnly));
-        const QByteArray text = f.readAll();
-        QVERIFY(text.contains("KIsVerticalScreen=false"));
-        QVERIFY(!text.contains("gone"));
+        QVERIFY(f.readAll().contains("KIsVerticalScreen=false"));
     }
-    // A new store over the same file reads what the old one wrote; a value of
-    // the wrong type reads as empty.
     UserDefaults again(path);
-    QVERIFY(again.contains("KIsVerticalScreen"));
-    QCOMPARE(again.doubleForKey("KLuminanceValue"), 0.25);
     QCOMPARE(again.dictionaryForKey("QQLoginData").value("QQLoginnickName").toString(), QString("小明"));
-    QVERIFY(!again.contains("gone"));
-    QCOMPARE(again.doubleForKey("text"), 0.0);
-    QCOMPARE(again.boolForKey("text"), false);
     QVERIFY(again.dictionaryForKey("text").isEmpty());
 }
 

@@ -23,8 +23,6 @@
 #include <QSignalSpy>
 #include <QTcpServer>
 
-#include <sys/stat.h>
-
 namespace {
 
 QMutex g_logMutex;
@@ -60,13 +58,6 @@ QString codeSentTo(const QString &mobile)
             return m.captured(1);
     }
     return QString();
-}
-
-int userFileMode()
-{
-    struct stat st {};
-    const QString path = VORAUtility::getUserDataDirectory() + QStringLiteral("User.txt");
-    return ::stat(QFile::encodeName(path).constData(), &st) == 0 ? int(st.st_mode & 0777) : -1;
 }
 
 VORAUser *globalUser()
@@ -159,7 +150,6 @@ void TestAccountFlows::signInRoutes()
     QCOMPARE(UserDefaults::standard().contains(QStringLiteral("QQLoginData")), route == QLatin1String("qq"));
     const auto saved = VORAAppGlobalData::shareAppGlobalData()->loadUser();
     QVERIFY(saved && saved->key() == globalUser()->key());
-    QCOMPARE(userFileMode(), 0600);
 
     const QString userId = globalUser()->userId();
     QVERIFY(!userId.isEmpty());
@@ -170,7 +160,6 @@ void TestAccountFlows::signInRoutes()
     QCOMPARE(signedOut->userId(), userId);
     QCOMPARE(signedOut->userType(), 1);
     QVERIFY(!UserDefaults::standard().contains(QStringLiteral("QQLoginData")));
-    QCOMPARE(userFileMode(), 0600);
 }
 
 void TestAccountFlows::failedSignIn_data()

@@ -212,30 +212,20 @@ void TestServices::catalogueServices()
 void TestServices::readingServices()
 {
     signInAsReader();
-    // A free chapter of a free comic, then its pages.
-    QString freeChapter;
-    QString paidComic;
-    QString paidChapter;
-    for (const VORASortDTO &c : std::as_const(m_comics)) {
-        VORAGetComicBasicInfoService comic;
-        comic.comicId = c.comicId;
-        QVERIFY(run(comic));
-        const auto info = comic.comicInfo();
-        QVERIFY(info);
-        for (const VORAChapterInfoDTO &ch : info->chapterList) {
-            if (freeChapter.isEmpty() && info->is_vip == 0 && ch.type != 2)
-                freeChapter = ch.chapterId;
-            if (paidChapter.isEmpty() && (info->is_vip == 1 || info->is_vip == 2) && ch.type == 2 && ch.buyed == 0
-                && ch.price > 0 && ch.price <= 50) {
-                paidComic = info->comicId;
-                paidChapter = ch.chapterId;
-            }
-        }
-        if (!freeChapter.isEmpty() && !paidChapter.isEmpty())
-            break;
-    }
-    QVERIFY(!freeChapter.isEmpty());
-    QVERIFY(!paidChapter.isEmpty());
+    // A free chapter of the free comic 10001, and a paid one of 10002 (its
+    // chapters from the fourth on are paid) that the reader's coins cover.
+    const QString freeChapter = QStringLiteral("40001");
+    const QString paidComic = QStringLiteral("10002");
+    VORAGetComicBasicInfoService comic;
+    comic.comicId = paidComic;
+    QVERIFY(run(comic));
+    QVERIFY(comic.comicInfo());
+    const QList<VORAChapterInfoDTO> chapters = comic.comicInfo()->chapterList;
+    const auto paid = std::find_if(chapters.cbegin(), chapters.cend(), [](const VORAChapterInfoDTO &ch) {
+        return ch.type == 2 && ch.buyed == 0 && ch.price > 0 && ch.price <= 50;
+    });
+    QVERIFY(paid != chapters.cend());
+    const QString paidChapter = paid->chapterId;
 
     VORAGetChapterInfoService chapter;
     chapter.chapterId = freeChapter;

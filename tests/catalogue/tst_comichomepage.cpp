@@ -185,8 +185,6 @@ void TestComicHomePage::headAndChapterSort()
     const int n = chapters->count();
     QVERIFY(n >= 6);
     const QStringList serverOrder = chapters->chapterIds();
-    for (int i = 0; i < n; ++i)
-        QCOMPARE(chapters->index(i).data(VORAChapterView::ChapterIndexRole).toInt(), i);
     QCOMPARE(chapters->index(0).data(VORAChapterView::SizeTextRole).toString().left(3), QStringLiteral("60P"));
 
     chapters->chapterSortUp();
@@ -289,8 +287,8 @@ void TestComicHomePage::readingContinuesFromTheStoredPosition()
     QSignalSpy read(first.get(), &VORAComicHomePageView::readRequested);
     first->readComicBtnClick();
     QCOMPARE(read.count(), 1);
-    QCOMPARE(read.first().at(1).toString(), first->comicInfoDTO()->chapterList.first().chapterId);
-    QCOMPARE(read.first().at(2).toString(), QStringLiteral("kFirstPage"));
+    QCOMPARE(read.first(), (QVariantList{QStringLiteral("10003"), first->comicInfoDTO()->chapterList.first().chapterId,
+                                         QStringLiteral("kFirstPage")}));
 
     // A stored position: the reader saved chapter 3, page "page-x".
     const VORAComicInfoDTO comic = *first->comicInfoDTO();

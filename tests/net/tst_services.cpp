@@ -27,7 +27,6 @@
 #include "net/VORAPushmessageService.h"
 #include "net/VORASortWebService.h"
 #include "net/VORAVipMemberCoinReqService.h"
-#include "net/VORAVipOrQ42PayAiaxService.h"
 #include "net/VORAVipPayAiaxService.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORAUtility.h"
@@ -332,8 +331,8 @@ void TestServices::communityServices()
 
 void TestServices::paymentServices()
 {
-    // The price list, the order check on the payment host and the three
-    // histories are driven by the payment screen and the wallet's lists
+    // The price list, the order and its check on the payment host and the
+    // three histories are driven by the payment screen and the wallet's lists
     // against the site (tst_walletflows); the other payment services here.
     signInAsReader();
     VORABuyCoinVipService order;
@@ -346,16 +345,6 @@ void TestServices::paymentServices()
     const QString orderId = VORAUtility::jsonString(
         VORAUtility::jsonObject(v3Data(order.data).value(QLatin1String("returnData"))).value(QLatin1String("order_id")));
     QVERIFY(!orderId.isEmpty());
-
-    VORAVipOrQ42PayAiaxService payHost;
-    payHost.product = QStringLiteral("vip");
-    payHost.productNum = QStringLiteral("1");
-    payHost.totalMoney = QStringLiteral("15");
-    payHost.way = QStringLiteral("web");
-    payHost.contact = QStringLiteral("reader@example.com");
-    QVERIFY(run(payHost));
-    QVERIFY2(phpCode(payHost.data) == 1, qPrintable(phpMessage(payHost.data)));
-    QVERIFY(m_site->site->lastRequest(payHost.path()).body.contains("contact=reader%40example.com"));
 
     VORAVipPayAiaxService ajax;
     ajax.mod = QStringLiteral("vip");

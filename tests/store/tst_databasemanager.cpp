@@ -305,12 +305,6 @@ void TestDatabaseManager::chapterProgress()
     chapter.pageCompleteIds = pages;
     chapter.tucaoCompleteIds = tucao;
     QCOMPARE(chapter.downloadPercent(), percent);
-    QCOMPARE(chapter.pageCompleteCount(), pages.isEmpty() ? 0 : pages.count(',') + 1);
-    VORADownloadChapterInfoDTO later = chapter;
-    later.chapterIndex = 3;
-    QCOMPARE(VORADownloadChapterInfoDTO::downloadChapterIndexCompare(chapter, later), -1);
-    QCOMPARE(VORADownloadChapterInfoDTO::downloadChapterIndexCompare(later, chapter), 1);
-    QCOMPARE(VORADownloadChapterInfoDTO::downloadChapterIndexCompare(later, later), 0);
 }
 
 void TestDatabaseManager::hostileIdentifiers_data()

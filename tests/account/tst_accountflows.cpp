@@ -158,8 +158,7 @@ void TestAccountFlows::signInRoutes()
     const auto signedOut = VORAAppGlobalData::shareAppGlobalData()->loadUser();
     QVERIFY(signedOut && !signedOut->isLogin());
     QCOMPARE(signedOut->userId(), userId);
-    QCOMPARE(signedOut->userType(), 1);
-    QVERIFY(!UserDefaults::standard().contains(QStringLiteral("QQLoginData")));
+    QCOMPARE(signedOut->userType(), 1); // what else the sign-out clears: tst_appglobaldata
 }
 
 void TestAccountFlows::failedSignIn_data()

@@ -69,7 +69,6 @@ void TestStoreThreads::workerSavesMergeIntoMainInstance()
     main->addBookshelfWithBookshelfList({shelf("1", 10), shelf("2", 20)});
     const BookshelfPtr held = main->getBookshelfWithComicId("1");
     const BookshelfPtr doomed = main->getBookshelfWithComicId("2");
-    const BookshelfPtr dirty = main->getBookshelfWithComicId("2");
     QVERIFY(held && doomed);
 
     std::unique_ptr<QThread> worker(QThread::create([] {

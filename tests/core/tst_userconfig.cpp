@@ -52,13 +52,6 @@ void tst_UserConfig::defaultsThenChangesSurviveARestart()
     for (const Switch &s : switches)
         QCOMPARE((next.*s.get)(), !s.initial);
     QCOMPARE(next.luminanceValue(), double(0.1f));
-
-    // Back to true is stored as well (not merely "absent").
-    next.setIsVerticalScreen(true);
-    next.setLuminanceValue(0.0);
-    VORAUserConfig third(&reopened);
-    QCOMPARE(third.isVerticalScreen(), true);
-    QCOMPARE(third.luminanceValue(), 0.0);
 }
 
 void tst_UserConfig::storedValuesOfTheWrongType()

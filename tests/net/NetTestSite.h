@@ -78,13 +78,11 @@ public:
     void requestDidFinishWithService(VORAHttpBaseWebService *service, const NetError *error) override
     {
         ++calls;
-        lastService = service;
         lastError = error ? std::optional<NetError>(*error) : std::nullopt;
         if (onFinish)
             onFinish(service);
     }
     int calls = 0;
-    VORAHttpBaseWebService *lastService = nullptr;
     std::optional<NetError> lastError;
     std::function<void(VORAHttpBaseWebService *)> onFinish;
 };

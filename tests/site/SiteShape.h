@@ -8,7 +8,7 @@
 #include <QTest>
 
 // Checks an answer object against a list of "key:type" entries, types being
-// s text, d identifier (decimal digits as text), i integer number, n number,
+// s text, d identifier (decimal digits as text), i integer number,
 // b "0"/"1"/"2"-style code text, o object, a array, u absolute URL under base,
 // N number or null. Returns the first mismatch, or an empty string.
 inline QString checkShape(const QJsonObject &o, const QString &shape, const QString &base = QString())
@@ -29,8 +29,6 @@ inline QString checkShape(const QJsonObject &o, const QString &shape, const QStr
                 ok = ok && c.isDigit();
         } else if (type == QLatin1String("i"))
             ok = v.isDouble() && v.toDouble() == double(qint64(v.toDouble()));
-        else if (type == QLatin1String("n"))
-            ok = v.isDouble();
         else if (type == QLatin1String("N"))
             ok = v.isDouble() || v.isNull();
         else if (type == QLatin1String("b"))

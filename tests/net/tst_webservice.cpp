@@ -152,7 +152,6 @@ void TestWebService::postCarriesCommonParametersInQueryAndOwnInBody()
     add.y = -2;
     add.width = 30;
     add.height = 40;
-    QCOMPARE(add.getRequestMethod(), 1);
     ServiceRecorder recorder;
     QVERIFY(runAsync(add, recorder));
     QVERIFY(!recorder.lastError);

@@ -109,8 +109,7 @@ void TestAsiHttpRequest::outcomes_data()
     QTest::addColumn<int>("errorCode");  // 0: delivered as an answer
     QTest::addColumn<int>("httpStatus"); // status seen by the client when delivered
 
-    QTest::newRow("500 is an answer") << "status" << 500 << 0 << 500;
-    QTest::newRow("404 is an answer") << "status" << 404 << 0 << 404;
+    QTest::newRow("500 is an answer") << "status" << 500 << 0 << 500; // any status but 401
     QTest::newRow("401 needs authentication") << "status" << 401 << 3 << 0;
     QTest::newRow("connection dropped mid-body") << "drop" << 0 << 1 << 0;
     QTest::newRow("stalled answer times out, no retry") << "stall" << 0 << 2 << 0;

@@ -34,6 +34,8 @@
 #include "reader/VORABookmarkListModel.h"
 #include "reader/VORAAdjustLuminanceView.h"
 #include "reader/VORAReaderSidePanel.h"
+#include "store/VORABoolshelf.h"
+#include "store/VORABookShelfListModel.h"
 #include "tucao/VORATucaoPlayback.h"
 #include "tucao/VORATuCaoMenuView.h"
 #include "tucao/VORATuCaoInputView.h"
@@ -113,6 +115,22 @@ struct VORAHwLoginViewControllerForeign
     QML_FOREIGN(VORAHwLoginViewController)
     QML_NAMED_ELEMENT(VORAHwLoginViewController)
     QML_UNCREATABLE("the user panel owns its passport form")
+};
+
+// store: the bookshelf
+struct VORABoolshelfForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORABoolshelf)
+    QML_NAMED_ELEMENT(VORABoolshelf)
+    QML_UNCREATABLE("the root controller makes the bookshelf screen")
+};
+struct VORABookShelfListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORABookShelfListModel)
+    QML_NAMED_ELEMENT(VORABookShelfListModel)
+    QML_UNCREATABLE("the bookshelf screen owns its rows")
 };
 
 // catalogue

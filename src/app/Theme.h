@@ -78,6 +78,8 @@ class Theme : public QObject
     Q_PROPERTY(QColor shade MEMBER m_shade NOTIFY changed)
     Q_PROPERTY(QColor modalShade MEMBER m_modalShade NOTIFY changed)
     Q_PROPERTY(QColor editShade MEMBER m_editShade NOTIFY changed)
+    // Over a bookshelf card in edit mode, under its delete button.
+    Q_PROPERTY(QColor cardEditShade MEMBER m_cardEditShade NOTIFY changed)
     Q_PROPERTY(QColor helpShade MEMBER m_helpShade NOTIFY changed)
     Q_PROPERTY(QColor helpBorder MEMBER m_helpBorder NOTIFY changed)
     // Reader
@@ -184,6 +186,7 @@ private:
     QColor m_shade{"black"};
     QColor m_modalShade{"#80000000"};
     QColor m_editShade{"#000000"};
+    QColor m_cardEditShade{"#59000000"};
     QColor m_helpShade{"#D9000000"};
     QColor m_helpBorder{"#99FFFFFF"};
     // Reader

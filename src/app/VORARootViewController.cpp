@@ -16,6 +16,7 @@
 #include "core/VORAUtility.h"
 #include "platform/NotificationCenter.h"
 #include "reader/VORAReadHomePageViewController.h"
+#include "store/VORABoolshelf.h"
 #include "store/VORADatabaseManager.h"
 
 #include <QUrl>
@@ -62,6 +63,8 @@ QVariantList VORARootViewController::buttons() const
                     {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
         QVariantMap{{QStringLiteral("tag"), 104}, {QStringLiteral("title"), QStringLiteral("儿童")},
                     {QStringLiteral("icon"), QStringLiteral("btnsort.png")}},
+        QVariantMap{{QStringLiteral("tag"), 105}, {QStringLiteral("title"), QStringLiteral("书架")},
+                    {QStringLiteral("icon"), QStringLiteral("btnbookshelf.png")}},
         QVariantMap{{QStringLiteral("tag"), 107}, {QStringLiteral("title"), QStringLiteral("搜索")},
                     {QStringLiteral("icon"), QStringLiteral("btnsearch.png")}},
         QVariantMap{{QStringLiteral("tag"), 109}, {QStringLiteral("title"), QStringLiteral("我的")},
@@ -73,7 +76,7 @@ QVariantList VORARootViewController::buttons() const
 
 bool VORARootViewController::hasScreen(int tag)
 {
-    return tag == 100 || (tag >= 101 && tag <= 104) || tag == 107 || tag == 108 || tag == 109 || tag == 111
+    return tag == 100 || (tag >= 101 && tag <= 105) || tag == 107 || tag == 108 || tag == 109 || tag == 111
         || tag == 112;
 }
 
@@ -118,6 +121,11 @@ void VORARootViewController::btnSwitchView(int tag)
             m_sortView->sortToOrientation(m_landscape);
             // 1, 2, 4, 8: behind the loading panel for 0.5 s, then the first page.
             m_sortView->showCategoryType(qint64(1) << (tag - 101));
+        }
+        if (tag == 105) {
+            if (!m_bookshelfView)
+                createBookshelfView();
+            m_bookshelfView->updateView();
         }
         if (tag == 107) {
             if (!m_searchView)
@@ -216,6 +224,15 @@ void VORARootViewController::createSearchView()
     emit screensChanged();
 }
 
+void VORARootViewController::createBookshelfView()
+{
+    m_bookshelfView = new VORABoolshelf(this);
+    connect(m_bookshelfView, &VORABoolshelf::openComicRequested, this, &VORARootViewController::openComicDetail);
+    connect(m_bookshelfView, &VORABoolshelf::readRequested, this, &VORARootViewController::openReader);
+    connect(m_bookshelfView, &VORABoolshelf::signInRequested, this, &VORARootViewController::requestSignIn);
+    emit screensChanged();
+}
+
 void VORARootViewController::initViewState()
 {
     // The screens are shown by currentTag; nothing else is visible to hide.
@@ -301,6 +318,8 @@ int VORARootViewController::getBookshelfUpdateArray() const
 
 void VORARootViewController::bookshelfUpdate()
 {
+    if (m_bookshelfView)
+        m_bookshelfView->updateView();
     const int count = getBookshelfUpdateArray();
     if (count == 0) {
         m_bookshelfBadgeVisible = false;

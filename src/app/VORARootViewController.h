@@ -6,6 +6,7 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+class VORABoolshelf;
 class VORAComicHomePageView;
 class VORAPayViewController;
 class VORAWalletHistoryModel;
@@ -28,6 +29,7 @@ Q_MOC_INCLUDE("catalogue/VORARecommentView.h")
 Q_MOC_INCLUDE("catalogue/VORASearchView.h")
 Q_MOC_INCLUDE("catalogue/VORASortView.h")
 Q_MOC_INCLUDE("reader/VORAReadHomePageViewController.h")
+Q_MOC_INCLUDE("store/VORABoolshelf.h")
 
 // The one root screen controller: the main screens side by side, switched by
 // button tag (screens are created on first switch and then kept), the overlays
@@ -58,6 +60,7 @@ class VORARootViewController : public QObject
     Q_PROPERTY(VORASettingView *settingView READ settingView NOTIFY screensChanged)
     Q_PROPERTY(VORASortView *sortView READ sortView NOTIFY screensChanged)
     Q_PROPERTY(VORASearchView *searchView READ searchView NOTIFY screensChanged)
+    Q_PROPERTY(VORABoolshelf *bookshelfView READ bookshelfView NOTIFY screensChanged)
     Q_PROPERTY(VORAComicHomePageView *comicHomePageView READ comicHomePageView NOTIFY screensChanged)
     Q_PROPERTY(bool settingsOpen READ settingsOpen NOTIFY settingsOpenChanged)
     Q_PROPERTY(qreal dimmingAlpha READ dimmingAlpha NOTIFY dimmingChanged)
@@ -95,6 +98,7 @@ public:
     VORASettingView *settingView() const { return m_settingView; }
     VORASortView *sortView() const { return m_sortView; }
     VORASearchView *searchView() const { return m_searchView; }
+    VORABoolshelf *bookshelfView() const { return m_bookshelfView; }
     VORAComicHomePageView *comicHomePageView() const { return m_comicHomePageView; }
     bool settingsOpen() const { return m_settingsOpen; }
     qreal dimmingAlpha() const { return m_dimmingAlpha; }
@@ -125,6 +129,7 @@ public:
     void createRecommentView();
     void createSortView();
     void createSearchView();
+    void createBookshelfView();
     void initViewState();
     void initintager();
     Q_INVOKABLE void removeComicDetailAndDownloadDeitail();
@@ -195,6 +200,7 @@ private:
     VORASettingView *m_settingView = nullptr;
     VORASortView *m_sortView = nullptr;
     VORASearchView *m_searchView = nullptr;
+    VORABoolshelf *m_bookshelfView = nullptr;
     VORAComicHomePageView *m_comicHomePageView = nullptr;
     VORAReadHomePageViewController *m_reader = nullptr;
     VORAPayViewController *m_payView = nullptr;

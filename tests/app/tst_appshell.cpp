@@ -177,7 +177,7 @@ void TestAppShell::currentButtonDoesNothingAndSettingsKeepTheDetail()
     const int requests = m_site->requestCount(listPath);
     QSignalSpy switched(app.root(), &VORARootViewController::currentChanged);
 
-    QVERIFY(!app.item(QStringLiteral("button105"))); // only the buttons whose screens exist
+    QVERIFY(!app.item(QStringLiteral("button106"))); // only the buttons whose screens exist
     QVERIFY(app.click(QStringLiteral("button100")));
     QCOMPARE(switched.size(), 0);
     QCOMPARE(m_site->requestCount(listPath), requests);

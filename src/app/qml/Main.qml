@@ -80,6 +80,14 @@ Window {
             visible: window.rootController.currentTag >= 101 && window.rootController.currentTag <= 104 && sort !== null
         }
 
+        BookshelfScreen {
+            objectName: "bookshelfScreen"
+            anchors.fill: parent
+            shelf: window.rootController.bookshelfView
+            fontFamily: window.fontFamily
+            visible: window.rootController.currentTag === 105 && shelf !== null
+        }
+
         SearchView {
             objectName: "searchView"
             anchors.fill: parent

@@ -5,40 +5,24 @@
 
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
-#include "core/VORAUtility.h"
 #include "net/VORASignInService.h"
 #include "platform/NotificationCenter.h"
-
-const QString VORAAccountForm::noNetworkText = QStringLiteral("网络断开，检查网络设置");
 
 VORAAccountForm::VORAAccountForm(QObject *parent)
     : QObject(parent)
 {
 }
 
-void VORAAccountForm::setBusy(bool busy)
+void VORAAccountForm::setStatus(bool busy, const QString &message)
 {
-    if (m_busy == busy)
-        return;
-    m_busy = busy;
-    emit busyChanged();
-}
-
-void VORAAccountForm::setMessage(const QString &message)
-{
-    if (m_message == message)
-        return;
-    m_message = message;
-    emit messageChanged();
+    if (m_status.set(busy, message))
+        emit statusChanged();
 }
 
 bool VORAAccountForm::begin(const QString &problem)
 {
-    setMessage(problem);
-    if (!problem.isEmpty())
-        return false;
-    setBusy(true);
-    return true;
+    setStatus(problem.isEmpty(), problem);
+    return problem.isEmpty();
 }
 
 bool VORAAccountForm::accepted(const NetError *error, qint64 code, const QString &siteMessage,
@@ -48,12 +32,11 @@ bool VORAAccountForm::accepted(const NetError *error, qint64 code, const QString
         return true;
     if (error) {
         qCInfo(lcAccount) << metaObject()->className() << "call failed:" << error->localizedDescription;
-        setMessage(VORAUtility::isExistenceNetwork() ? failureText : noNetworkText);
+        setStatus(false, RequestStatus::transportFailure(failureText));
     } else {
         qCInfo(lcAccount) << metaObject()->className() << "refused with code" << code;
-        setMessage(siteMessage.isEmpty() ? failureText : siteMessage);
+        setStatus(false, siteMessage.isEmpty() ? failureText : siteMessage);
     }
-    setBusy(false);
     return false;
 }
 
@@ -73,7 +56,7 @@ bool VORAAccountForm::finishSignIn(const VORASignInService &service, const NetEr
         VORAAccountFiller::fillUserWithReturnData(*global->user(), answer.returnData(), 2);
     global->saveUser();
     qCInfo(lcAccount) << "signed in as user" << global->user()->userId() << "through" << service.path();
-    setBusy(false);
+    setStatus(false, message());
     NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::userViewPostInfo), this);
     emit signedIn();
     return true;

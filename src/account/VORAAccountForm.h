@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/RequestStatus.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
 
 #include <QObject>
@@ -13,7 +14,7 @@ class VORASignInService;
 // failure, or a confirmation), and the end of a successful sign-in.
 //
 // A transport failure reads "网络断开，检查网络设置" when the site's host is not
-// reachable (VORAUtility::isExistenceNetwork), else the form's own failure
+// reachable (RequestStatus::transportFailure), else the form's own failure
 // text ("登录失败，请稍后再试"...). A refusal shows the site's "message" (the
 // failure text when it sent none) and leaves the stored user as it was.
 //
@@ -22,25 +23,21 @@ class VORASignInService;
 class VORAAccountForm : public QObject, public VORAHttpBaseWebServiceDelegate
 {
     Q_OBJECT
-    Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
-    Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+    Q_PROPERTY(bool busy READ busy NOTIFY statusChanged)
+    Q_PROPERTY(QString message READ message NOTIFY statusChanged)
 public:
-    static const QString noNetworkText; // "网络断开，检查网络设置"
-
     explicit VORAAccountForm(QObject *parent = nullptr);
 
-    bool busy() const { return m_busy; }
-    QString message() const { return m_message; }
+    bool busy() const { return m_status.busy(); }
+    QString message() const { return m_status.message(); }
 
 signals:
-    void busyChanged();
-    void messageChanged();
+    void statusChanged();
     // The global user is signed in, saved, and "UserViewPostInfo" was posted.
     void signedIn();
 
 protected:
-    void setBusy(bool busy);
-    void setMessage(const QString &message);
+    void setStatus(bool busy, const QString &message);
     // Starts an attempt: false (and `message` = problem) when the form's own
     // check found one; else clears `message` and sets `busy`.
     bool begin(const QString &problem);
@@ -54,6 +51,5 @@ protected:
                       const QString &failureText);
 
 private:
-    bool m_busy = false;
-    QString m_message;
+    RequestStatus m_status;
 };

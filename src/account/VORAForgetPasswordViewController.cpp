@@ -40,7 +40,6 @@ void VORAForgetPasswordViewController::submitted(VORAHttpBaseWebService *service
     setPassword(QString());
     if (!accepted(error, m_resetService->code, m_resetService->message, failureText))
         return;
-    setBusy(false);
-    setMessage(doneText);
+    setStatus(false, doneText);
     emit done();
 }

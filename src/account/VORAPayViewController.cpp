@@ -248,8 +248,7 @@ bool VORAPayViewController::requireSignIn()
 
 QString VORAPayViewController::failureText(const QString &what) const
 {
-    return VORAUtility::isExistenceNetwork() ? what + QStringLiteral("，网络信号不是太好哟~")
-                                             : QStringLiteral("网络断开，检查网络设置");
+    return RequestStatus::transportFailure(what + QStringLiteral("，网络信号不是太好哟~"));
 }
 
 void VORAPayViewController::setState(State state)
@@ -257,15 +256,14 @@ void VORAPayViewController::setState(State state)
     if (state == m_state)
         return;
     m_state = state;
+    m_status.set(state == LoadingPackages || state == Ordering || state == Checking, message());
     emit stateChanged();
 }
 
 void VORAPayViewController::setMessage(const QString &message)
 {
-    if (message == m_message)
-        return;
-    m_message = message;
-    emit messageChanged();
+    if (m_status.set(busy(), message))
+        emit messageChanged();
 }
 
 void VORAPayViewController::setOrder(const QString &orderId, const QUrl &payUrl)

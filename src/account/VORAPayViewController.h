@@ -1,6 +1,7 @@
 #pragma once
 
 #include "account/VORAPayPackageListModel.h"
+#include "core/RequestStatus.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
 
 #include <QJsonObject>
@@ -79,8 +80,8 @@ public:
     int selectedIndex() const { return m_selectedIndex; }
     void setSelectedIndex(int index);
     State state() const { return m_state; }
-    bool busy() const { return m_state == LoadingPackages || m_state == Ordering || m_state == Checking; }
-    QString message() const { return m_message; }
+    bool busy() const { return m_status.busy(); }
+    QString message() const { return m_status.message(); }
     QString orderId() const { return m_orderId; }
     QUrl payUrl() const { return m_payUrl; }
 
@@ -127,7 +128,7 @@ private:
     Kind m_kind = NoKind;
     int m_selectedIndex = -1;
     State m_state = Idle;
-    QString m_message;
+    RequestStatus m_status; // busy while packages, an order or a check are on their way
     QString m_orderId;
     QUrl m_payUrl;
     std::unique_ptr<VORASafariPayService> m_priceService;

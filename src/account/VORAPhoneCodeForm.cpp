@@ -52,8 +52,7 @@ void VORAPhoneCodeForm::requestDidFinishWithService(VORAHttpBaseWebService *serv
     }
     if (!accepted(error, m_codeService->code, m_codeService->message, codeFailureText))
         return;
-    setBusy(false);
-    setMessage(m_codeService->message);
+    setStatus(false, m_codeService->message);
     setCountdown(resendSeconds);
     m_countdownTimer.start();
 }

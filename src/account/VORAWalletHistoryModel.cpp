@@ -10,7 +10,6 @@
 namespace {
 const QString signInFirstText = QStringLiteral("请先登录");
 const QString requestFailedText = QStringLiteral("请求服务器失败，网络信号不是太好哟~");
-const QString noNetworkText = QStringLiteral("网络断开，检查网络设置");
 const QString badAnswerText = QStringLiteral("记录加载失败，请稍后再试");
 
 // Binds the model's two hooks to one concrete log service.
@@ -106,7 +105,6 @@ void VORAWalletHistoryModel::setKind(Kind kind)
         return;
     m_kind = kind;
     makeService();
-    setBusy(false);
     clear();
     emit kindChanged();
 }
@@ -130,42 +128,40 @@ void VORAWalletHistoryModel::clear()
         emit balanceChanged();
     }
     setAtEnd(false);
-    setMessage(QString());
+    setStatus(false, QString());
 }
 
 void VORAWalletHistoryModel::reload()
 {
     m_service->cancelRequest();
-    setBusy(false);
     clear();
     loadMore();
 }
 
 void VORAWalletHistoryModel::loadMore()
 {
-    if (m_busy || m_atEnd)
+    if (busy() || m_atEnd)
         return;
     if (!VORAAppGlobalData::shareAppGlobalData()->user()->isLogin()) {
-        setMessage(signInFirstText);
+        setStatus(false, signInFirstText);
         return;
     }
     m_setPage(m_nextPage);
-    setBusy(true);
+    setStatus(true, message());
     m_service->asynchronousRequestWithDelegate(this);
 }
 
 void VORAWalletHistoryModel::requestDidFinishWithService(VORAHttpBaseWebService *, const NetError *error)
 {
-    setBusy(false);
     if (error) {
         qCInfo(lcAccount) << "wallet history page" << m_nextPage << "failed:" << error->localizedDescription;
-        setMessage(VORAUtility::isExistenceNetwork() ? requestFailedText : noNetworkText);
+        setStatus(false, RequestStatus::transportFailure(requestFailedText));
         return;
     }
     const std::optional<QJsonObject> answer = m_answer();
     if (!answer || VORAUtility::jsonInteger(answer->value(QLatin1String("code"))) != 1) {
         const QString refusal = answer ? VORAUtility::jsonString(answer->value(QLatin1String("message"))) : QString();
-        setMessage(refusal.isEmpty() ? badAnswerText : refusal);
+        setStatus(false, refusal.isEmpty() ? badAnswerText : refusal);
         return;
     }
     applyPage(*answer);
@@ -194,7 +190,7 @@ void VORAWalletHistoryModel::applyPage(const QJsonObject &answer)
         m_balance = balance;
         emit balanceChanged();
     }
-    setMessage(QString());
+    setStatus(false, QString());
     setAtEnd(page.isEmpty() || m_entries.size() >= total);
 }
 
@@ -233,14 +229,6 @@ QList<VORAWalletHistoryModel::Entry> VORAWalletHistoryModel::entriesFrom(Kind ki
     return entries;
 }
 
-void VORAWalletHistoryModel::setMessage(const QString &message)
-{
-    if (message == m_message)
-        return;
-    m_message = message;
-    emit messageChanged();
-}
-
 void VORAWalletHistoryModel::setAtEnd(bool atEnd)
 {
     if (atEnd == m_atEnd)
@@ -249,10 +237,8 @@ void VORAWalletHistoryModel::setAtEnd(bool atEnd)
     emit atEndChanged();
 }
 
-void VORAWalletHistoryModel::setBusy(bool busy)
+void VORAWalletHistoryModel::setStatus(bool busy, const QString &message)
 {
-    if (busy == m_busy)
-        return;
-    m_busy = busy;
-    emit busyChanged();
+    if (m_status.set(busy, message))
+        emit statusChanged();
 }

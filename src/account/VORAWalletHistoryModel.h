@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/RequestStatus.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
 
 #include <QAbstractListModel>
@@ -47,10 +48,10 @@ class VORAWalletHistoryModel : public QAbstractListModel, public VORAHttpBaseWeb
     // The coin balance (coins) or tickets left (tickets) the site reported with
     // the last page; -1 when unknown and for top-ups.
     Q_PROPERTY(int balance READ balance NOTIFY balanceChanged)
-    Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
+    Q_PROPERTY(bool busy READ busy NOTIFY statusChanged)
     Q_PROPERTY(bool atEnd READ atEnd NOTIFY atEndChanged)
     // Why the last page did not come, "" after a page arrived.
-    Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+    Q_PROPERTY(QString message READ message NOTIFY statusChanged)
 public:
     enum Kind { CoinLog, RechargeLog, TicketLog };
     Q_ENUM(Kind)
@@ -87,9 +88,9 @@ public:
     int count() const { return int(m_entries.size()); }
     int total() const { return m_total; }
     int balance() const { return m_balance; }
-    bool busy() const { return m_busy; }
+    bool busy() const { return m_status.busy(); }
     bool atEnd() const { return m_atEnd; }
-    QString message() const { return m_message; }
+    QString message() const { return m_status.message(); }
     const QList<Entry> &entries() const { return m_entries; }
 
     // Empties the list and asks for the first page (a page on its way is dropped).
@@ -107,16 +108,14 @@ signals:
     void countChanged();
     void totalChanged();
     void balanceChanged();
-    void busyChanged();
+    void statusChanged();
     void atEndChanged();
-    void messageChanged();
 
 private:
     void clear();
-    void setMessage(const QString &message);
     void setAtEnd(bool atEnd);
     void applyPage(const QJsonObject &answer);
-    void setBusy(bool busy);
+    void setStatus(bool busy, const QString &message);
     void makeService();
 
     Kind m_kind = CoinLog;
@@ -125,8 +124,7 @@ private:
     int m_balance = -1;
     qint64 m_nextPage = 1;
     bool m_atEnd = false;
-    bool m_busy = false;
-    QString m_message;
+    RequestStatus m_status;
     // The kind's service, kept for the model's life and started once a page.
     std::unique_ptr<VORAHttpBaseWebService> m_service;
     std::function<void(qint64 page)> m_setPage;

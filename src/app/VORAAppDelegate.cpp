@@ -5,6 +5,7 @@
 #include "VORAOverlayLayer.h"
 #include "VORARootViewController.h"
 #include "account/VORAAccountFiller.h"
+#include "core/RequestStatus.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
 #include "core/VORASystemConfig.h"
@@ -144,7 +145,7 @@ void VORAAppDelegate::openMBProgressHUDView(const QString &text, double delaySec
 void VORAAppDelegate::autoLogin()
 {
     if (!VORAUtility::isExistenceNetwork()) {
-        openMBProgressHUDView(QStringLiteral("网络断开，检查网络设置"), 2.0);
+        openMBProgressHUDView(RequestStatus::noNetworkText, 2.0);
         NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::userViewPostInfo));
         return;
     }

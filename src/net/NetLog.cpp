@@ -7,10 +7,10 @@ Q_LOGGING_CATEGORY(lcNet, "quorin.net")
 
 QString netLogSafe(const QString &urlText)
 {
-    static const QRegularExpression password(QStringLiteral("([?&]password=)[^&#]*"),
+    static const QRegularExpression secret(QStringLiteral("([?&](?:password|key)=)[^&#]*"),
                                              QRegularExpression::CaseInsensitiveOption);
     QString text = urlText;
-    return text.replace(password, QStringLiteral("\\1***"));
+    return text.replace(secret, QStringLiteral("\\1***"));
 }
 
 QString netLogSafe(const QUrl &url)

@@ -13,6 +13,7 @@
 #include "net/VORASortWebService.h"
 #include "net/VORAVipPayAiaxService.h"
 #include "net/UpdateVersionService.h"
+#include "net/NetLog.h"
 
 #include "core/VORAAppGlobalData.h"
 
@@ -67,6 +68,7 @@ private slots:
     void unknownMethodCodeIsGet();
     void paymentServicesUseThePaymentBase();
     void invalidUrlSendsAndReportsNothing();
+    void loggedUrlsHideTheKeyAndPasswords();
     void cancelWhileStalled_data();
     void cancelWhileStalled();
     void cancelRequestAndDestructionReportNothing();
@@ -202,6 +204,15 @@ void TestWebService::invalidUrlSendsAndReportsNothing()
     QVERIFY(!tags.error());
     QCoreApplication::processEvents();
     QCOMPARE(recorder.calls, 0);
+}
+
+void TestWebService::loggedUrlsHideTheKeyAndPasswords()
+{
+    VORAAppGlobalData::shareAppGlobalData()->user()->setKey(QStringLiteral("s3cret"));
+    VORAGetCloudTagService tags;
+    const QString logged = netLogSafe(tags.getRequestUrl() + QLatin1String("password=hunter2&keyword=a"));
+    QVERIFY2(!logged.contains(QLatin1String("s3cret")) && !logged.contains(QLatin1String("hunter2")), qPrintable(logged));
+    QVERIFY2(logged.contains(QLatin1String("?key=***&")) && logged.contains(QLatin1String("&keyword=a")), qPrintable(logged));
 }
 
 void TestWebService::cancelWhileStalled_data()

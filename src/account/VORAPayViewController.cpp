@@ -70,7 +70,6 @@ void VORAPayViewController::pushPayVC(int kind)
     m_orderService->cancelRequest();
     m_checkService->cancelRequest();
     setOrder(QString(), QUrl());
-    setMessage(QString());
     if (m_kind != kind) {
         m_kind = Kind(kind);
         emit kindChanged();
@@ -78,12 +77,12 @@ void VORAPayViewController::pushPayVC(int kind)
     if (m_kind == Coins) {
         m_packages->setPackages(VORAPayPackageListModel::coinPackages());
         setSelectedIndex(0);
-        setState(Choosing);
+        setState(Choosing, QString());
         return;
     }
     m_packages->setPackages({});
     setSelectedIndex(-1);
-    setState(LoadingPackages);
+    setState(LoadingPackages, QString());
     m_priceService->asynchronousRequestWithDelegate(this);
 }
 
@@ -93,7 +92,7 @@ void VORAPayViewController::placeOrder()
         return;
     const VORAPayPackageListModel::Package *package = m_packages->packageAt(m_selectedIndex);
     if (!package) {
-        setMessage(QStringLiteral("请先选择一个套餐"));
+        setState(m_state, QStringLiteral("请先选择一个套餐"));
         return;
     }
     m_orderService->product = m_kind == Membership ? QStringLiteral("vip") : QStringLiteral("coin");
@@ -102,8 +101,7 @@ void VORAPayViewController::placeOrder()
     m_orderService->way = QStringLiteral("web");
     m_orderService->contact = VORAAppGlobalData::shareAppGlobalData()->user()->userName();
     setOrder(QString(), QUrl());
-    setMessage(QStringLiteral("正在创建订单..."));
-    setState(Ordering);
+    setState(Ordering, QStringLiteral("正在创建订单..."));
     m_orderService->asynchronousRequestWithDelegate(this);
 }
 
@@ -118,8 +116,7 @@ void VORAPayViewController::checkPayment()
     if (m_orderId.isEmpty() || m_state == Checking || m_state == Ordering || !requireSignIn())
         return;
     m_checkService->orderId = m_orderId;
-    setMessage(QStringLiteral("正在查询支付结果..."));
-    setState(Checking);
+    setState(Checking, QStringLiteral("正在查询支付结果..."));
     m_checkService->asynchronousRequestWithDelegate(this);
 }
 
@@ -134,7 +131,7 @@ void VORAPayViewController::safariBuy(const QString &rest)
         qCInfo(lcAccount) << "the browser returned order" << returned << "while waiting for" << m_orderId;
         m_checkService->cancelRequest();
         setOrder(returned, QUrl());
-        setState(WaitingForPayment);
+        setState(WaitingForPayment, message());
     } else if (m_state == Paid) {
         return; // credited already
     }
@@ -153,9 +150,8 @@ void VORAPayViewController::requestDidFinishWithService(VORAHttpBaseWebService *
 
 void VORAPayViewController::pricesArrived(const NetError *error)
 {
-    setState(Choosing);
     if (error) {
-        setMessage(failureText(QStringLiteral("会员价格加载失败")));
+        setState(Choosing, failureText(QStringLiteral("会员价格加载失败")));
         return;
     }
     QString refusal;
@@ -164,18 +160,18 @@ void VORAPayViewController::pricesArrived(const NetError *error)
         prices ? VORAPayPackageListModel::membershipPackagesFrom(VORAUtility::jsonArray(prices->value(QLatin1String("list"))))
                : QList<VORAPayPackageListModel::Package>();
     if (terms.isEmpty()) {
-        setMessage(orDefault(refusal, QStringLiteral("暂时没有可开通的会员套餐，请稍后再试")));
+        setState(Choosing, orDefault(refusal, QStringLiteral("暂时没有可开通的会员套餐，请稍后再试")));
         return;
     }
     m_packages->setPackages(terms);
     setSelectedIndex(0);
+    setState(Choosing, message());
 }
 
 void VORAPayViewController::orderArrived(const NetError *error)
 {
-    setState(Choosing);
     if (error) {
-        setMessage(failureText(QStringLiteral("下单失败")));
+        setState(Choosing, failureText(QStringLiteral("下单失败")));
         return;
     }
     const QJsonObject order = m_orderService->data.value_or(QJsonObject());
@@ -186,30 +182,28 @@ void VORAPayViewController::orderArrived(const NetError *error)
         const QString refusal = VORAUtility::jsonInteger(order.value(QLatin1String("code"))) == 1
             ? QString()
             : VORAUtility::jsonString(order.value(QLatin1String("message")));
-        setMessage(orDefault(refusal, QStringLiteral("下单失败，请稍后再试")));
+        setState(Choosing, orDefault(refusal, QStringLiteral("下单失败，请稍后再试")));
         return;
     }
     setOrder(id, url);
-    setMessage(QStringLiteral("请在浏览器中完成支付，支付后会自动返回；没有返回时请点“我已完成支付”"));
-    setState(WaitingForPayment);
+    setState(WaitingForPayment, QStringLiteral("请在浏览器中完成支付，支付后会自动返回；没有返回时请点“我已完成支付”"));
     emit openUrlRequested(url);
 }
 
 void VORAPayViewController::checkArrived(const NetError *error)
 {
-    setState(WaitingForPayment);
     if (error) {
-        setMessage(failureText(QStringLiteral("查询支付结果失败")));
+        setState(WaitingForPayment, failureText(QStringLiteral("查询支付结果失败")));
         return;
     }
     QString refusal;
     const std::optional<QJsonObject> order = v3ReturnData(m_checkService->data, &refusal);
     if (!order) {
-        setMessage(orDefault(refusal, QStringLiteral("查询支付结果失败，请稍后再试")));
+        setState(WaitingForPayment, orDefault(refusal, QStringLiteral("查询支付结果失败，请稍后再试")));
         return;
     }
     if (VORAUtility::jsonInteger(order->value(QLatin1String("state"))) != 1) {
-        setMessage(QStringLiteral("订单尚未支付，请在浏览器中完成支付后点“我已完成支付”"));
+        setState(WaitingForPayment, QStringLiteral("订单尚未支付，请在浏览器中完成支付后点“我已完成支付”"));
         return;
     }
     applyPaid(*order);
@@ -228,9 +222,8 @@ void VORAPayViewController::applyPaid(const QJsonObject &order)
         user->setTicket(VORAUtility::jsonInteger(order.value(QLatin1String("ticket"))));
     global->saveUser();
     const bool membership = VORAUtility::jsonString(order.value(QLatin1String("product"))) == QLatin1String("vip");
-    setMessage(membership ? QStringLiteral("开通会员成功")
-                          : QStringLiteral("充值成功，您当前的quorin币余额为%1").arg(user->userCoin()));
-    setState(Paid);
+    setState(Paid, membership ? QStringLiteral("开通会员成功")
+                              : QStringLiteral("充值成功，您当前的quorin币余额为%1").arg(user->userCoin()));
     NotificationCenter &center = NotificationCenter::defaultCenter();
     center.post(QString::fromLatin1(VORANotificationNames::userViewPostInfo), this);
     center.post(QString::fromLatin1(VORANotificationNames::buyVIPorCoinSuccess), this);
@@ -241,7 +234,7 @@ bool VORAPayViewController::requireSignIn()
 {
     if (VORAAppGlobalData::shareAppGlobalData()->user()->isLogin())
         return true;
-    setMessage(QStringLiteral("请先登录"));
+    setState(m_state, QStringLiteral("请先登录"));
     emit signInRequested();
     return false;
 }
@@ -251,19 +244,12 @@ QString VORAPayViewController::failureText(const QString &what) const
     return RequestStatus::transportFailure(what + QStringLiteral("，网络信号不是太好哟~"));
 }
 
-void VORAPayViewController::setState(State state)
+void VORAPayViewController::setState(State state, const QString &message)
 {
-    if (state == m_state)
-        return;
+    const bool moved = state != m_state;
     m_state = state;
-    m_status.set(state == LoadingPackages || state == Ordering || state == Checking, message());
-    emit stateChanged();
-}
-
-void VORAPayViewController::setMessage(const QString &message)
-{
-    if (m_status.set(busy(), message))
-        emit messageChanged();
+    if (m_status.set(state == LoadingPackages || state == Ordering || state == Checking, message) || moved)
+        emit stateChanged();
 }
 
 void VORAPayViewController::setOrder(const QString &orderId, const QUrl &payUrl)

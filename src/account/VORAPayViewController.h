@@ -55,7 +55,8 @@ class VORAPayViewController : public QObject, public VORAHttpBaseWebServiceDeleg
     // A request is on its way (packages, order or check).
     Q_PROPERTY(bool busy READ busy NOTIFY stateChanged)
     // What the user should read now (progress, refusal, failure or success); may be "".
-    Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+    // It changes with `state` and `busy` under one signal.
+    Q_PROPERTY(QString message READ message NOTIFY stateChanged)
     Q_PROPERTY(QString orderId READ orderId NOTIFY orderChanged)
     Q_PROPERTY(QUrl payUrl READ payUrl NOTIFY orderChanged)
 public:
@@ -104,7 +105,6 @@ signals:
     void kindChanged();
     void selectedIndexChanged();
     void stateChanged();
-    void messageChanged();
     void orderChanged();
     // The system browser should open this address (the cashier page).
     void openUrlRequested(const QUrl &url);
@@ -114,8 +114,8 @@ signals:
     void paid();
 
 private:
-    void setState(State state);
-    void setMessage(const QString &message);
+    // The state and the message that goes with it, one stateChanged() for both.
+    void setState(State state, const QString &message);
     void setOrder(const QString &orderId, const QUrl &payUrl);
     bool requireSignIn();
     QString failureText(const QString &what) const;

@@ -105,35 +105,10 @@ Rectangle {
                 columns: 4
                 spacing: 6
                 anchors.horizontalCenter: page.wide ? parent.horizontalCenter : undefined
-                Repeater {
-                    model: [["人气", page.head.clickTotal], ["吐槽", page.head.tucaoTotal],
-                            ["月票", page.head.ticketTotal], ["评论", page.head.commentTotal]]
-                    delegate: Rectangle {
-                        id: stat
-                        required property var modelData
-                        width: 68; height: 50
-                        radius: 10
-                        color: Theme.surfaceWarm
-                        Column {
-                            anchors.centerIn: parent
-                            Text {
-                                anchors.horizontalCenter: parent.horizontalCenter
-                                text: stat.modelData[1] !== undefined ? stat.modelData[1] : "-"
-                                color: Theme.textPrimary
-                                font.family: page.fontFamily
-                                font.pixelSize: Theme.fontBody
-                                font.bold: true
-                            }
-                            Text {
-                                anchors.horizontalCenter: parent.horizontalCenter
-                                text: stat.modelData[0]
-                                color: Theme.textMuted
-                                font.family: page.fontFamily
-                                font.pixelSize: Theme.fontTiny
-                            }
-                        }
-                    }
-                }
+                Stat { title: "人气"; value: page.head.clickTotal ?? "-" }
+                Stat { title: "吐槽"; value: page.head.tucaoTotal ?? "-" }
+                Stat { title: "月票"; value: page.head.ticketTotal ?? "-" }
+                Stat { title: "评论"; value: page.head.commentTotal ?? "-" }
             }
             Row {
                 spacing: 10
@@ -400,5 +375,33 @@ Rectangle {
             }
         }
         MouseArea { anchors.fill: parent; z: -1; onClicked: page.home.beginRequestData() }
+    }
+
+    // One of the head's figures: the number above, its name below.
+    component Stat: Rectangle {
+        id: stat
+        property string title
+        property string value
+        width: 68; height: 50
+        radius: 10
+        color: Theme.surfaceWarm
+        Column {
+            anchors.centerIn: parent
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: stat.value
+                color: Theme.textPrimary
+                font.family: page.fontFamily
+                font.pixelSize: Theme.fontBody
+                font.bold: true
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: stat.title
+                color: Theme.textMuted
+                font.family: page.fontFamily
+                font.pixelSize: Theme.fontTiny
+            }
+        }
     }
 }

@@ -38,9 +38,11 @@ Item {
 
         Row {
             x: 8
-            Repeater {
-                model: [{ "name": "readerBack", "icon": "readback.png", "label": "返回", "action": "backPreviousPage" }]
-                delegate: barButton
+            BarButton {
+                objectName: "readerBack"
+                icon: "readback.png"
+                label: "返回"
+                onActivated: root.reader.backPreviousPage()
             }
         }
 
@@ -63,57 +65,80 @@ Item {
             anchors.right: parent.right
             anchors.rightMargin: 8
             spacing: root.landscape ? 6 : 0
-            Repeater {
-                model: [
-                    { "name": "readerAddBookmark", "icon": "readbookmarkadd.png", "label": "加书签", "action": "addBookmark" },
-                    { "name": "readerBookmarks", "icon": "readbookmarklist.png", "label": "书签", "action": "popUpBookmarkView" },
-                    { "name": "readerChapters", "icon": "readchapterlist.png", "label": "目录", "action": "popUpChapterView" },
-                    { "name": "readerLuminance", "icon": "readluminance.png", "label": "亮度", "action": "popUpLuminanceView" },
-                    { "name": "readerHelp", "icon": "readhelp.png", "label": "帮助", "action": "popUpHelpView" },
-                    // The read mode entry offers the other mode.
-                    { "name": "readerReadMode", "icon": root.portraitReading ? "readmodelandscape.png" : "readmodeportrait.png",
-                      "label": root.portraitReading ? "横屏" : "竖屏", "action": "swtichScreen" }
-                ]
-                delegate: barButton
+            BarButton {
+                objectName: "readerAddBookmark"
+                icon: "readbookmarkadd.png"
+                label: "加书签"
+                onActivated: root.reader.addBookmark()
+            }
+            BarButton {
+                objectName: "readerBookmarks"
+                icon: "readbookmarklist.png"
+                label: "书签"
+                onActivated: root.reader.popUpBookmarkView()
+            }
+            BarButton {
+                objectName: "readerChapters"
+                icon: "readchapterlist.png"
+                label: "目录"
+                onActivated: root.reader.popUpChapterView()
+            }
+            BarButton {
+                objectName: "readerLuminance"
+                icon: "readluminance.png"
+                label: "亮度"
+                onActivated: root.reader.popUpLuminanceView()
+            }
+            BarButton {
+                objectName: "readerHelp"
+                icon: "readhelp.png"
+                label: "帮助"
+                onActivated: root.reader.popUpHelpView()
+            }
+            // The read mode entry offers the other mode.
+            BarButton {
+                objectName: "readerReadMode"
+                icon: root.portraitReading ? "readmodelandscape.png" : "readmodeportrait.png"
+                label: root.portraitReading ? "横屏" : "竖屏"
+                onActivated: root.reader.swtichScreen()
             }
         }
     }
 
-    Component {
-        id: barButton
-        Item {
-            id: barItem
-            required property var modelData
-            objectName: barItem.modelData.name
-            width: 62
-            height: 70
-            Rectangle {
-                anchors.centerIn: parent
-                width: 56; height: 58; radius: Theme.radiusCard
-                color: area.pressed ? Theme.lineOnDark : "transparent"
-            }
-            Image {
-                anchors.horizontalCenter: parent.horizontalCenter
-                y: 9
-                width: 30; height: 30
-                source: "image://quorin/art/" + barItem.modelData.icon
-                sourceSize.width: 60
-                sourceSize.height: 60
-                asynchronous: true
-            }
-            Text {
-                anchors.horizontalCenter: parent.horizontalCenter
-                y: 44
-                text: barItem.modelData.label
-                color: Theme.readerBarText
-                font.family: root.fontFamily
-                font.pixelSize: Theme.fontTiny
-            }
-            MouseArea {
-                id: area
-                anchors.fill: parent
-                onClicked: root.reader[barItem.modelData.action]()
-            }
+    // One entry of the bars: its picture above, its name below.
+    component BarButton: Item {
+        id: barItem
+        property string icon
+        property string label
+        signal activated()
+        width: 62
+        height: 70
+        Rectangle {
+            anchors.centerIn: parent
+            width: 56; height: 58; radius: Theme.radiusCard
+            color: area.pressed ? Theme.lineOnDark : "transparent"
+        }
+        Image {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 9
+            width: 30; height: 30
+            source: "image://quorin/art/" + barItem.icon
+            sourceSize.width: 60
+            sourceSize.height: 60
+            asynchronous: true
+        }
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 44
+            text: barItem.label
+            color: Theme.readerBarText
+            font.family: root.fontFamily
+            font.pixelSize: Theme.fontTiny
+        }
+        MouseArea {
+            id: area
+            anchors.fill: parent
+            onClicked: barItem.activated()
         }
     }
 

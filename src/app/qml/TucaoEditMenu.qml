@@ -129,69 +129,81 @@ Item {
             }
         }
 
-        Repeater {
-            model: [
-                { "name": "tucaoEditConfirm", "label": "确定", "glyph": "confirm", "angle": -90 },
-                { "name": "tucaoEditCancel", "label": "取消", "glyph": "cancel", "angle": 30 },
-                { "name": "tucaoEditDelete", "label": "删除", "glyph": "delete", "angle": 150 }
-            ]
-            delegate: Rectangle {
-                id: menuItem
-                required property var modelData
-                objectName: menuItem.modelData.name
-                readonly property real rad: menuItem.modelData.angle * Math.PI / 180
-                x: menu.width / 2 + Math.cos(menuItem.rad) * root.menuRadius - width / 2
-                y: menu.height / 2 + Math.sin(menuItem.rad) * root.menuRadius - height / 2
-                width: 54; height: 54; radius: 27
-                color: itemArea.pressed ? Theme.accentPressed : (menuItem.modelData.glyph === "delete" ? Theme.danger : Theme.accent)
-                border.color: Theme.iconOnDark
-                border.width: 2
-                Canvas {
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    y: 8
-                    width: 22; height: 22
-                    onPaint: {
-                        const c = getContext("2d");
-                        c.reset();
-                        c.strokeStyle = Theme.iconOnDark;
-                        c.lineWidth = 2.6;
-                        c.lineCap = "round";
-                        c.lineJoin = "round";
-                        c.beginPath();
-                        if (menuItem.modelData.glyph === "confirm") {
-                            c.moveTo(3, 11); c.lineTo(9, 17); c.lineTo(19, 5);
-                        } else if (menuItem.modelData.glyph === "cancel") {
-                            c.moveTo(5, 5); c.lineTo(17, 17); c.moveTo(17, 5); c.lineTo(5, 17);
-                        } else {
-                            c.moveTo(3, 6); c.lineTo(19, 6);
-                            c.moveTo(8, 6); c.lineTo(8, 3); c.lineTo(14, 3); c.lineTo(14, 6);
-                            c.moveTo(5, 6); c.lineTo(6, 20); c.lineTo(16, 20); c.lineTo(17, 6);
-                        }
-                        c.stroke();
-                    }
+        MenuItem {
+            objectName: "tucaoEditConfirm"
+            label: "确定"
+            glyph: "confirm"
+            angle: -90
+            onActivated: root.edit.confirmPubTuCao()
+        }
+        MenuItem {
+            objectName: "tucaoEditCancel"
+            label: "取消"
+            glyph: "cancel"
+            angle: 30
+            onActivated: root.edit.cancleEditTuCao()
+        }
+        MenuItem {
+            objectName: "tucaoEditDelete"
+            label: "删除"
+            glyph: "delete"
+            angle: 150
+            onActivated: root.edit.deleteTuCaoView()
+        }
+    }
+
+    // One entry of the circular menu: its glyph drawn above, its name below, at
+    // `angle` degrees round the centre.
+    component MenuItem: Rectangle {
+        id: menuItem
+        property string label
+        property string glyph
+        property real angle
+        signal activated()
+        readonly property real rad: menuItem.angle * Math.PI / 180
+        x: menu.width / 2 + Math.cos(menuItem.rad) * root.menuRadius - width / 2
+        y: menu.height / 2 + Math.sin(menuItem.rad) * root.menuRadius - height / 2
+        width: 54; height: 54; radius: 27
+        color: itemArea.pressed ? Theme.accentPressed : (menuItem.glyph === "delete" ? Theme.danger : Theme.accent)
+        border.color: Theme.iconOnDark
+        border.width: 2
+        Canvas {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 8
+            width: 22; height: 22
+            onPaint: {
+                const c = getContext("2d");
+                c.reset();
+                c.strokeStyle = Theme.iconOnDark;
+                c.lineWidth = 2.6;
+                c.lineCap = "round";
+                c.lineJoin = "round";
+                c.beginPath();
+                if (menuItem.glyph === "confirm") {
+                    c.moveTo(3, 11); c.lineTo(9, 17); c.lineTo(19, 5);
+                } else if (menuItem.glyph === "cancel") {
+                    c.moveTo(5, 5); c.lineTo(17, 17); c.moveTo(17, 5); c.lineTo(5, 17);
+                } else {
+                    c.moveTo(3, 6); c.lineTo(19, 6);
+                    c.moveTo(8, 6); c.lineTo(8, 3); c.lineTo(14, 3); c.lineTo(14, 6);
+                    c.moveTo(5, 6); c.lineTo(6, 20); c.lineTo(16, 20); c.lineTo(17, 6);
                 }
-                Text {
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    y: 32
-                    text: menuItem.modelData.label
-                    color: Theme.textOnDark
-                    font.family: root.fontFamily
-                    font.pixelSize: Theme.fontTiny
-                }
-                MouseArea {
-                    id: itemArea
-                    anchors.fill: parent
-                    enabled: root.expanded
-                    onClicked: {
-                        if (menuItem.modelData.glyph === "confirm")
-                            root.edit.confirmPubTuCao();
-                        else if (menuItem.modelData.glyph === "cancel")
-                            root.edit.cancleEditTuCao();
-                        else
-                            root.edit.deleteTuCaoView();
-                    }
-                }
+                c.stroke();
             }
+        }
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 32
+            text: menuItem.label
+            color: Theme.textOnDark
+            font.family: root.fontFamily
+            font.pixelSize: Theme.fontTiny
+        }
+        MouseArea {
+            id: itemArea
+            anchors.fill: parent
+            enabled: root.expanded
+            onClicked: menuItem.activated()
         }
     }
 }

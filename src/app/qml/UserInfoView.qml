@@ -110,44 +110,20 @@ Column {
 
     Column {
         width: info.width
-        Repeater {
-            model: [
-                { name: "coinLog", title: "消费记录", kind: VORAWalletHistoryModel.CoinLog },
-                { name: "rechargeLog", title: "充值记录", kind: VORAWalletHistoryModel.RechargeLog },
-                { name: "ticketLog", title: "月票记录", kind: VORAWalletHistoryModel.TicketLog }
-            ]
-            Rectangle {
-                id: entry
-                required property var modelData
-                objectName: entry.modelData.name
-                width: info.width
-                height: 48
-                color: entryArea.pressed ? Theme.cardPressed : "transparent"
-                Text {
-                    anchors.left: parent.left
-                    anchors.leftMargin: 4
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: entry.modelData.title
-                    color: Theme.textPrimary
-                    font.family: info.fontFamily
-                    font.pixelSize: Theme.fontLarge
-                }
-                Text {
-                    anchors.right: parent.right
-                    anchors.rightMargin: 4
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: "›"
-                    color: Theme.textMuted
-                    font.family: info.fontFamily
-                    font.pixelSize: Theme.fontHeadline
-                }
-                Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: Theme.separator }
-                MouseArea {
-                    id: entryArea
-                    anchors.fill: parent
-                    onClicked: info.rootController.openWalletHistory(entry.modelData.kind)
-                }
-            }
+        HistoryEntry {
+            objectName: "coinLog"
+            title: "消费记录"
+            kind: VORAWalletHistoryModel.CoinLog
+        }
+        HistoryEntry {
+            objectName: "rechargeLog"
+            title: "充值记录"
+            kind: VORAWalletHistoryModel.RechargeLog
+        }
+        HistoryEntry {
+            objectName: "ticketLog"
+            title: "月票记录"
+            kind: VORAWalletHistoryModel.TicketLog
         }
     }
 
@@ -190,6 +166,40 @@ Column {
                 font.family: info.fontFamily
                 font.pixelSize: Theme.fontSmall
             }
+        }
+    }
+
+    // One of the wallet's history lists: its name, opening the list when tapped.
+    component HistoryEntry: Rectangle {
+        id: entry
+        property string title
+        property int kind
+        width: info.width
+        height: 48
+        color: entryArea.pressed ? Theme.cardPressed : "transparent"
+        Text {
+            anchors.left: parent.left
+            anchors.leftMargin: 4
+            anchors.verticalCenter: parent.verticalCenter
+            text: entry.title
+            color: Theme.textPrimary
+            font.family: info.fontFamily
+            font.pixelSize: Theme.fontLarge
+        }
+        Text {
+            anchors.right: parent.right
+            anchors.rightMargin: 4
+            anchors.verticalCenter: parent.verticalCenter
+            text: "›"
+            color: Theme.textMuted
+            font.family: info.fontFamily
+            font.pixelSize: Theme.fontHeadline
+        }
+        Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: Theme.separator }
+        MouseArea {
+            id: entryArea
+            anchors.fill: parent
+            onClicked: info.rootController.openWalletHistory(entry.kind)
         }
     }
 }

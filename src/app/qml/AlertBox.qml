@@ -51,7 +51,7 @@ Rectangle {
                 delegate: Rectangle {
                     id: button
                     required property int index
-                    required property var modelData
+                    required property string modelData
                     objectName: "alertButton" + index
                     width: (box.width - 40 - 12 * (box.alert.buttons.length - 1)) / box.alert.buttons.length
                     height: 46

@@ -198,15 +198,17 @@ void TestDownloadManager::chapterFailures_data()
     QTest::addColumn<QString>("chapterId");
     QTest::addColumn<QStringList>("imageIds"); // the answer's pages; "" = the site's own answer
     QTest::addColumn<int>("failingPage");      // its image answers 500; -1: none
-    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("message");      // the status-bar notice begins so
     QTest::addColumn<int>("pagesKept");
 
     const QString prep = QStringLiteral("'第%1'下载失败，取得章节信息失败!");
     const QString page = QStringLiteral("'第%1'下载失败，下载漫画失败!");
     QTest::newRow("no pages") << "90001" << QStringList() << -1 << prep.arg("90001") << 0;
     QTest::newRow("page fails after two") << "90002" << QStringList{"a1", "a2", "a3"} << 2 << page.arg("90002") << 2;
-    QTest::newRow("parent in image id") << "90003" << QStringList{"../x"} << -1 << page.arg("90003") << 0;
-    QTest::newRow("slash in image id") << "90004" << QStringList{"a/b"} << -1 << page.arg("90004") << 0;
+    // The page's image and tucao tasks fail together: either message may come first.
+    const QString any = QStringLiteral("'第%1'下载失败，下载");
+    QTest::newRow("parent in image id") << "90003" << QStringList{"../x"} << -1 << any.arg("90003") << 0;
+    QTest::newRow("slash in image id") << "90004" << QStringList{"a/b"} << -1 << any.arg("90004") << 0;
 }
 
 void TestDownloadManager::chapterFailures()
@@ -241,7 +243,8 @@ void TestDownloadManager::chapterFailures()
     }();
 
     m_manager->beginDownloadChapter(chapter);
-    QTRY_COMPARE_WITH_TIMEOUT(m_notices.value(0), message, 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_notices.isEmpty(), 20000);
+    QVERIFY2(m_notices.first().startsWith(message), qPrintable(m_notices.first()));
     QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(chapter), 3);
     QCOMPARE(m_posted.mid(m_posted.size() - 2),
              QStringList({"DownloadFailNotification", "DownloadCountChangeNotification"}));

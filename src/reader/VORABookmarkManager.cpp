@@ -112,13 +112,7 @@ void VORABookmarkManager::deleteCurrentBookmark(const VORABookMarkDTO &bookmark)
     const QString comicId = bookmark.comicId;
     bookmarkStoreQueue()->start([comicId]() {
         VORADatabaseManager dbM;
-        // By comic only, the first in store order.
-        for (const BookmarkPtr &record : dbM.getBookmark()) {
-            if (record && record->comicId() == comicId) {
-                dbM.deleteBookmark(record);
-                break;
-            }
-        }
+        BookshelfScreenLists::deleteBookmarkRow(dbM, comicId);
     });
     m_mybookmarkList.removeOne(bookmark);
     reloadTable();

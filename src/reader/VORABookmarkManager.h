@@ -18,10 +18,9 @@ Q_MOC_INCLUDE("reader/VORABookmarkListModel.h")
 // (skipeToComicWithBookmark) and closes the panel.
 //
 // Deleting a row (deleteCurrentBookmark) removes that row from the list and
-// deletes from the store the first stored bookmark of the same comic, in
-// store order (newest first): with several bookmarks of one comic that need
-// not be the row's own. The bookshelf screen's rule lives in
-// BookshelfScreenLists and is not this one.
+// deletes from the store what the bookmarks screen deletes for it
+// (BookshelfScreenLists::deleteBookmarkRow: the comic's newest stored
+// bookmark, which need not be the row's own).
 //
 // The store is read and written on a worker queue shared by every bookmark
 // panel, each job with a store manager of its own, so a panel opened after a

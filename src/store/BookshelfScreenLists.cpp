@@ -2,21 +2,6 @@
 
 #include "VORADatabaseManager.h"
 
-#include <algorithm>
-
-namespace {
-
-template<class T, class Getter>
-QList<T> sortedByTime(QList<T> rows, bool newestFirst, Getter time)
-{
-    std::stable_sort(rows.begin(), rows.end(), [&](const T &a, const T &b) {
-        return newestFirst ? time(a) > time(b) : time(a) < time(b);
-    });
-    return rows;
-}
-
-} // namespace
-
 QList<VORABookShelfDTO> BookshelfScreenLists::sortedByUpdate(QList<VORABookShelfDTO> rows)
 {
     auto group = [](const VORABookShelfDTO &row) { return row.isHasUpdate ? 0 : (row.isNotRead ? 1 : 2); };
@@ -87,10 +72,10 @@ QList<VORARecendReadDTO> BookshelfScreenLists::recentReadRows(VORADatabaseManage
     return rows;
 }
 
-void BookshelfScreenLists::deleteBookmarkRow(VORADatabaseManager &db, const VORABookMarkDTO &row)
+void BookshelfScreenLists::deleteBookmarkRow(VORADatabaseManager &db, const QString &comicId)
 {
     for (const auto &record : db.getBookmark()) {
-        if (record->comicId() == row.comicId) {
+        if (record && record->comicId() == comicId) {
             db.deleteBookmark(record);
             return;
         }

@@ -8,6 +8,8 @@
 #include <QPair>
 #include <QStringList>
 
+#include <algorithm>
+
 class VORADatabaseManager;
 
 // The list orders of the bookshelf, bookmarks and recent-reading screens.
@@ -27,13 +29,24 @@ public:
     sectionsByFirstLetter(const QList<VORABookShelfDTO> &rows,
                           const QStringList &sectionTitles = defaultSectionTitles());
 
+    // The bookmarks and recent-reading orders: by the row's time, newest or
+    // oldest first; rows of equal time keep their order.
+    template<class Row, class TimeOf>
+    static QList<Row> sortedByTime(QList<Row> rows, bool newestFirst, TimeOf timeOf)
+    {
+        std::stable_sort(rows.begin(), rows.end(), [&](const Row &a, const Row &b) {
+            return newestFirst ? timeOf(a) > timeOf(b) : timeOf(a) < timeOf(b);
+        });
+        return rows;
+    }
     static QList<VORABookMarkDTO> sortedBookmarks(QList<VORABookMarkDTO> rows, bool newestFirst);
     static QList<VORARecendReadDTO> sortedRecentRead(QList<VORARecendReadDTO> rows, bool newestFirst);
 
     static QList<VORABookMarkDTO> bookmarkRows(VORADatabaseManager &db);
     static QList<VORARecendReadDTO> recentReadRows(VORADatabaseManager &db);
 
-    // Deleting a bookmark row deletes the newest stored bookmark of the same
-    // comic (not necessarily the row's own page); the screen removes the row.
-    static void deleteBookmarkRow(VORADatabaseManager &db, const VORABookMarkDTO &row);
+    // Deleting a bookmark row deletes the newest stored bookmark of the row's
+    // comic (not necessarily the row's own page), on the bookmarks screen and
+    // in the reader's bookmark panel alike; the screen removes the row.
+    static void deleteBookmarkRow(VORADatabaseManager &db, const QString &comicId);
 };

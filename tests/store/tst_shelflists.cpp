@@ -204,7 +204,7 @@ void TestShelfLists::bookmarkOrdersAndRowDeletion()
         if (row.pageId == QLatin1String("first"))
             olderRow = row;
     }
-    BookshelfScreenLists::deleteBookmarkRow(db, olderRow);
+    BookshelfScreenLists::deleteBookmarkRow(db, olderRow.comicId);
     QStringList left;
     for (const auto &row : BookshelfScreenLists::bookmarkRows(db))
         left << row.pageId;

@@ -7,13 +7,17 @@
 
 #include "store/BookshelfScreenLists.h"
 #include "store/ReadingPositionRecorder.h"
+#include "store/VORABookMarkView.h"
+#include "store/VORARecendRead.h"
 #include "store/VORADatabaseManager.h"
 #include "store/VORAHistory.h"
 #include "store/VORAPersistenceManager.h"
 
 #include <QCborArray>
 #include <QCborMap>
+#include <QAbstractItemModelTester>
 #include <QFile>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace StoreTestData;
@@ -33,6 +37,7 @@ private slots:
     void shelfOrderByUpdate();
     void shelfSectionsByFirstLetter();
     void bookmarkOrdersAndRowDeletion();
+    void placeScreens();
 
 private:
     TestHome m_home;
@@ -218,6 +223,56 @@ void TestShelfLists::bookmarkOrdersAndRowDeletion()
     QCOMPARE(oldestFirst.at(oldestFirst.size() - 2).comicId, QStringLiteral("r1"));
     QCOMPARE(oldestFirst.last().comicId, QStringLiteral("r2"));
     QCOMPARE(BookshelfScreenLists::sortedRecentRead(recent, true).first().comicId, QStringLiteral("r2"));
+}
+
+void TestShelfLists::placeScreens()
+{
+    VORADatabaseManager &db = *VORAPersistenceManager::getPersistenceManager()->databaseManager();
+    for (const auto &bookmark : db.getBookmark())
+        db.deleteBookmark(bookmark);
+    const QDateTime marked(QDate(2024, 5, 1), QTime(9, 5), Qt::LocalTime);
+    db.addBookmarkWithComic(comic("7"), chapter("70", 2), page("p3", 2))->setAddBookmarkTime(marked);
+    db.addBookmarkWithComic(comic("8"), chapter("80", 0), page("p1", 0))->setAddBookmarkTime(marked.addDays(1));
+    db.save();
+
+    // The rows as QML reads them, in both orders.
+    VORABookMarkView marks;
+    QAbstractItemModelTester marksTester(marks.rows(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    marks.updateView();
+    QCOMPARE(marks.rows()->index(0).data(ReadingPlaceListModel::ComicIdRole).toString(), QStringLiteral("8"));
+    marks.toggleOrder();
+    const QModelIndex oldest = marks.rows()->index(0);
+    QCOMPARE(oldest.data(ReadingPlaceListModel::ComicIdRole).toString(), QStringLiteral("7"));
+    QCOMPARE(oldest.data(ReadingPlaceListModel::ChapterNameRole).toString(), QStringLiteral("第3话"));
+    QCOMPARE(oldest.data(ReadingPlaceListModel::PageNumberRole).toInt(), 3);
+    QCOMPARE(oldest.data(ReadingPlaceListModel::TimeTextRole).toString(), QStringLiteral("2024-05-01 09:05"));
+
+    // Outside edit mode nothing is deleted; in it a tap opens nothing, and the
+    // last row gone ends the edit mode.
+    QSignalSpy opened(&marks, &ReadingPlaceScreen::readRequested);
+    marks.deleteRow(0);
+    QCOMPARE(marks.rows()->count(), 2);
+    marks.setEditing(true);
+    marks.selectRow(0);
+    QVERIFY(opened.isEmpty());
+    marks.deleteRow(1);
+    marks.deleteRow(0);
+    QVERIFY(!marks.isEditing());
+    QVERIFY(BookshelfScreenLists::bookmarkRows(db).isEmpty());
+
+    // Deleting a recent-reading row deletes that comic's entry only.
+    ReadingPositionRecorder::saveReadingPosition(db, comic("s1"), chapter("c", 0), page("p", 0));
+    ReadingPositionRecorder::saveReadingPosition(db, comic("s2"), chapter("c", 0), page("p", 0));
+    VORARecendRead recent;
+    QAbstractItemModelTester recentTester(recent.rows(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    recent.updateView();
+    const int before = recent.rows()->count();
+    recent.setEditing(true);
+    recent.deleteRow(0);
+    recent.updateView();
+    QCOMPARE(recent.rows()->count(), before - 1);
+    QVERIFY(!db.getRecentReadInfoWithComic("s2"));
+    QVERIFY(db.getRecentReadInfoWithComic("s1"));
 }
 
 QTEST_GUILESS_MAIN(TestShelfLists)

@@ -40,6 +40,9 @@
 #include "tucao/VORATuCaoMenuView.h"
 #include "tucao/VORATuCaoInputView.h"
 #include "tucao/VORATuCaoEditManager.h"
+#include "store/ReadingPlaceScreen.h"
+#include "store/VORABookMarkView.h"
+#include "store/VORARecendRead.h"
 
 #include <QtQml/qqml.h>
 
@@ -298,4 +301,34 @@ struct VORATuCaoEditManagerForeign
     QML_FOREIGN(VORATuCaoEditManager)
     QML_NAMED_ELEMENT(VORATuCaoEditManager)
     QML_UNCREATABLE("the reader makes one editing act at a time")
+};
+
+// store: bookmarks and recent reading
+struct ReadingPlaceScreenForeign
+{
+    Q_GADGET
+    QML_FOREIGN(ReadingPlaceScreen)
+    QML_NAMED_ELEMENT(ReadingPlaceScreen)
+    QML_UNCREATABLE("the base of the bookmarks and recent-reading screens")
+};
+struct ReadingPlaceListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(ReadingPlaceListModel)
+    QML_NAMED_ELEMENT(ReadingPlaceListModel)
+    QML_UNCREATABLE("a bookmarks or recent-reading screen owns its rows")
+};
+struct VORABookMarkViewForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORABookMarkView)
+    QML_NAMED_ELEMENT(VORABookMarkView)
+    QML_UNCREATABLE("the root controller makes the bookmarks screen")
+};
+struct VORARecendReadForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORARecendRead)
+    QML_NAMED_ELEMENT(VORARecendRead)
+    QML_UNCREATABLE("the root controller makes the recent-reading screen")
 };

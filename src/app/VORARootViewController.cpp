@@ -16,15 +16,21 @@
 #include "core/VORAUtility.h"
 #include "platform/NotificationCenter.h"
 #include "reader/VORAReadHomePageViewController.h"
+#include "store/VORABookMarkView.h"
 #include "store/VORABoolshelf.h"
 #include "store/VORADatabaseManager.h"
+#include "store/VORARecendRead.h"
 
 #include <QUrl>
 
 VORARootViewController::VORARootViewController(bool landscape, QObject *parent)
     : QObject(parent)
+    , m_bookMarkView(new VORABookMarkView(this))
+    , m_recendReadView(new VORARecendRead(this))
     , m_landscape(landscape)
 {
+    connect(m_bookMarkView, &ReadingPlaceScreen::readRequested, this, &VORARootViewController::openReader);
+    connect(m_recendReadView, &ReadingPlaceScreen::readRequested, this, &VORARootViewController::openReader);
     auto &center = NotificationCenter::defaultCenter();
     center.addObserver(this, QString::fromLatin1(VORANotificationNames::downloadCountChange),
                        [this](const Notification &n) { downloadUpdate(n); });
@@ -443,6 +449,9 @@ void VORARootViewController::closeReader()
     reader->disconnect(this);
     reader->deleteLater();
     emit readerChanged();
+    // Reading moved the recent-reading list and may have added bookmarks.
+    m_bookMarkView->updateView();
+    m_recendReadView->updateView();
     // The position is in the store: "continue reading" follows it.
     if (m_comicHomePageView && hasComicDetail())
         m_comicHomePageView->initBookshelfAndReadHistory();

@@ -6,11 +6,13 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+class VORABookMarkView;
 class VORABoolshelf;
 class VORAComicHomePageView;
 class VORAPayViewController;
 class VORAWalletHistoryModel;
 class VORAReadHomePageViewController;
+class VORARecendRead;
 class VORARecommentView;
 class VORASearchView;
 class VORASortView;
@@ -30,6 +32,8 @@ Q_MOC_INCLUDE("catalogue/VORASearchView.h")
 Q_MOC_INCLUDE("catalogue/VORASortView.h")
 Q_MOC_INCLUDE("reader/VORAReadHomePageViewController.h")
 Q_MOC_INCLUDE("store/VORABoolshelf.h")
+Q_MOC_INCLUDE("store/VORABookMarkView.h")
+Q_MOC_INCLUDE("store/VORARecendRead.h")
 
 // The one root screen controller: the main screens side by side, switched by
 // button tag (screens are created on first switch and then kept), the overlays
@@ -80,6 +84,11 @@ class VORARootViewController : public QObject
     Q_PROPERTY(bool walletHistoryOpen READ walletHistoryOpen NOTIFY walletChanged)
     Q_PROPERTY(VORAUserViewController *userView READ userView NOTIFY screensChanged)
     Q_PROPERTY(bool userViewOpen READ userViewOpen NOTIFY userViewOpenChanged)
+    // The bookmarks and recent-reading lists of the bookshelf screen: made with
+    // the controller, read from the store when shown (updateView) and again
+    // when the reader closes; a row opens the reader at its place.
+    Q_PROPERTY(VORABookMarkView *bookMarkView READ bookMarkView CONSTANT)
+    Q_PROPERTY(VORARecendRead *recendReadView READ recendReadView CONSTANT)
 public:
     static constexpr int comicDetailTag = 300000;
     static constexpr int downloadDetailTag = 300001;
@@ -122,6 +131,8 @@ public:
     // The user panel, made on first opening and kept.
     VORAUserViewController *userView() const { return m_userView; }
     bool userViewOpen() const { return m_userViewOpen; }
+    VORABookMarkView *bookMarkView() const { return m_bookMarkView; }
+    VORARecendRead *recendReadView() const { return m_recendReadView; }
 
     // Entry point of every main button.
     Q_INVOKABLE void switchView(int tag);
@@ -211,6 +222,8 @@ private:
     bool m_walletHistoryOpen = false;
     VORAUserViewController *m_userView = nullptr;
     bool m_userViewOpen = false;
+    VORABookMarkView *m_bookMarkView = nullptr;
+    VORARecendRead *m_recendReadView = nullptr;
     WelcomeViewController *m_welcomeView = nullptr;
     bool m_settingsOpen = false;
     qreal m_dimmingAlpha = 0;

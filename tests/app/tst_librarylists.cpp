@@ -1,39 +1,15 @@
-// The bookmarks and recent-reading lists in their real QML over the running
-// app's objects: a row tap opens the reader at the row's place, the edit
-// mode's "删除" takes a row away (the rules: tst_shelflists). Screenshots too.
+// The bookmarks and recent-reading segments of the bookshelf screen in the
+// app's window: a row tap opens the reader at the row's place, the edit mode's
+// "删除" takes a row away (the rules: tst_shelflists). Screenshots too.
 
 #include "ReaderTestWindow.h"
 #include "../reader/ReaderPanelsTestSupport.h"
-#include "VORAImageProvider.h"
 #include "net/VORAGetChapterInfoService.h"
 #include "store/ReadingPositionRecorder.h"
-#include "store/VORABookMarkView.h"
-#include "store/VORARecendRead.h"
-
-#include <QQmlEngine>
-#include <QQuickView>
 
 #include <optional>
 
 namespace {
-// One list component in a window of its own, drawing the app's object.
-struct ListWindow
-{
-    QQuickView view;
-
-    ListWindow(const QString &file, const char *property, QObject *screen)
-    {
-        view.engine()->addImageProvider(QStringLiteral("quorin"), new VORAImageProvider);
-        view.setResizeMode(QQuickView::SizeRootObjectToView);
-        view.resize(800, 600);
-        view.setInitialProperties({{QString::fromLatin1(property), QVariant::fromValue(screen)}});
-        view.setSource(QUrl(QStringLiteral("qrc:/Quorin/qml/") + file));
-        view.show();
-    }
-    QQuickItem *item(const QString &name) const { return namedItems(view.rootObject(), name).value(0); }
-    bool click(const QString &name) { return clickItem(&view, item(name)); }
-};
-
 // Page `pageIndex` of the comic's chapter `chapterIndex`, as the site serves them.
 struct Place { VORAComicInfoDTO comic; VORAChapterInfoDTO chapter; VORAPageInfoDTO page; };
 std::optional<Place> sitePlace(const QString &comicId, int chapterIndex, int pageIndex)
@@ -99,24 +75,22 @@ void TestLibraryLists::rowOpensTheReaderAtItsPlace()
             ReadingPositionRecorder::saveReadingPosition(db, place.comic, place.chapter, place.page);
         db.save(); // equal times keep this order
     }
-    ReadingPlaceScreen *screen = bookmarks ? static_cast<ReadingPlaceScreen *>(app.root()->bookMarkView())
-                                           : app.root()->recendReadView();
-    ListWindow w(bookmarks ? QStringLiteral("BookmarkListView.qml") : QStringLiteral("RecentReadListView.qml"),
-                 bookmarks ? "bookMarkView" : "recendReadView", screen);
-    QTRY_VERIFY(w.item(QStringLiteral("placeRow2")));
-    writeShot(&w.view, bookmarks ? QStringLiteral("bookmarks.png") : QStringLiteral("recent-reading.png"));
+    app.root()->switchView(105);
+    QVERIFY(app.click(bookmarks ? QStringLiteral("shelfSegment1") : QStringLiteral("shelfSegment2")));
+    QTRY_VERIFY(app.item(QStringLiteral("placeRow2")));
+    app.shot(bookmarks ? "bookmarks.png" : "recent-reading.png");
 
-    QVERIFY(w.click(QStringLiteral("placeRow0")));
+    QVERIFY(app.click(QStringLiteral("placeRow0")));
     QTRY_VERIFY_WITH_TIMEOUT(app.reader() && app.reader()->pageId() == target->page.pageId, 15000);
     QCOMPARE(app.reader()->comicId(), target->comic.comicId);
     QCOMPARE(app.reader()->chapterId(), target->chapter.chapterId);
     app.root()->closeReader();
 
     // The edit mode's delete takes the row away (what it deletes: tst_shelflists).
-    QVERIFY(w.click(QStringLiteral("editButton")));
-    QTRY_VERIFY(w.item(QStringLiteral("deleteRow1")));
-    QVERIFY(w.click(QStringLiteral("deleteRow1")));
-    QTRY_VERIFY(!w.item(QStringLiteral("placeRow2")));
+    QVERIFY(app.click(QStringLiteral("editButton")));
+    QTRY_VERIFY(app.item(QStringLiteral("deleteRow1")));
+    QVERIFY(app.click(QStringLiteral("deleteRow1")));
+    QTRY_VERIFY(!app.item(QStringLiteral("placeRow2")));
 }
 
 QTEST_MAIN(TestLibraryLists)

@@ -12,8 +12,10 @@ Rectangle {
     id: screen
     property VORABoolshelf shelf
     property string fontFamily
-    property bool bookmarksAvailable: false
-    property bool recentAvailable: false
+    property VORABookMarkView bookMarkView
+    property VORARecendRead recendReadView
+    readonly property bool bookmarksAvailable: bookMarkView !== null
+    readonly property bool recentAvailable: recendReadView !== null
     // 0 the shelf, 1 bookmarks, 2 recent reading.
     property int segment: 0
     // Cards never narrower than this; as many a row as fit.
@@ -161,6 +163,19 @@ Rectangle {
                 }
             }
         }
+    }
+
+    BookmarkListView {
+        objectName: "bookmarkList"
+        visible: screen.segment === 1 && screen.bookmarksAvailable
+        anchors.fill: shelfArea
+        bookMarkView: screen.bookMarkView
+    }
+    RecentReadListView {
+        objectName: "recentReadList"
+        visible: screen.segment === 2 && screen.recentAvailable
+        anchors.fill: shelfArea
+        recendReadView: screen.recendReadView
     }
 
     Text {

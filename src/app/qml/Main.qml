@@ -84,6 +84,8 @@ Window {
             objectName: "bookshelfScreen"
             anchors.fill: parent
             shelf: window.rootController.bookshelfView
+            bookMarkView: window.rootController.bookMarkView
+            recendReadView: window.rootController.recendReadView
             fontFamily: window.fontFamily
             visible: window.rootController.currentTag === 105 && shelf !== null
         }

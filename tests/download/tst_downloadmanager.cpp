@@ -8,6 +8,7 @@
 #include "core/VORAAppGlobalData.h"
 #include "core/VORAAppStatus.h"
 #include "core/VORANotificationNames.h"
+#include "download/VORADownloadChapterDeletion.h"
 #include "download/VORADownloadManager.h"
 #include "net/ASIHTTPRequest.h"
 #include "net/VORAGetChapterInfoService.h"
@@ -42,6 +43,7 @@ private slots:
     void cancelAllThenStartFetchesOnlyUnrecorded();
     void chapterFailures_data();
     void chapterFailures();
+    void deletingQueuedChapters();
 
 private:
     // What the comic detail page does before it queues: the comic's record when
@@ -267,6 +269,47 @@ void TestDownloadManager::chapterFailures()
     for (const QString &file : std::as_const(added))
         QVERIFY2(file.startsWith(chapterDir), qPrintable(file));
     QCOMPARE(added.filter(".png").size(), pagesKept);
+}
+
+// Deleting two queued chapters of 10 and 12 pages stops them, removes their
+// records and directories, and sets the comic's in-progress page count to 22
+// (the sum over the deleted chapters, whatever else is in progress).
+void TestDownloadManager::deletingQueuedChapters()
+{
+    const QString comic = QStringLiteral("10003");
+    VORADatabaseManager store;
+    VORADownloadComicInfoDTO record;
+    record.comicId = comic;
+    store.addDownlaodComicWithComic(record);
+    QList<VORADownloadChapterInfoDTO> chapters;
+    for (const auto &[id, pages] : {std::pair{"92001", 10}, std::pair{"92002", 12}, std::pair{"92003", 5}}) {
+        VORADownloadChapterInfoDTO chapter;
+        chapter.chapterId = id;
+        chapter.comicId = comic;
+        chapter.imageCount = pages;
+        chapter.imageSize = 10 * pages;
+        store.addDownlaodChapter(chapter);
+        chapters.append(chapter);
+        QVERIFY(QDir().mkpath(VORAPersistenceManager::chapterDirWithComicId(comic, id)));
+    }
+    record.downloadingChapterCount = 3;
+    record.downloadingPageCount = 27;
+    record.downloadingPageSize = 270;
+    store.updateDownlaodComicWithComic(record);
+
+    m_site->faults().setLatencyMs(200); // the head is still preparing when it is deleted
+    m_manager->beginDownloadChapterList(chapters.mid(0, 2));
+    VORADownloadChapterDeletion::deleteChapters(comic, chapters.mid(0, 2), VORADownloadChapterDeletion::Section::Downloading);
+
+    QVERIFY(m_manager->downloadChaperList().isEmpty());
+    const auto after = *store.getDownloadComicWithComic(comic);
+    QCOMPARE(after.downloadingChapterCount, 1);
+    QCOMPARE(after.downloadingPageCount, 22);
+    QCOMPARE(after.downloadingPageSize, 220);
+    QCOMPARE(store.getDownloadChapterWithComicId(comic).size(), 1);
+    QTRY_VERIFY(!QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comic, "92002")));
+    QVERIFY(!QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comic, "92001")));
+    QVERIFY(QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comic, "92003")));
 }
 
 QTEST_MAIN(TestDownloadManager)

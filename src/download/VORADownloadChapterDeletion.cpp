@@ -1,0 +1,69 @@
+#include "download/VORADownloadChapterDeletion.h"
+
+#include "download/VORADownloadManager.h"
+
+#include "core/VORAUtility.h"
+#include "store/StoreCoordinator.h"
+#include "store/VORADatabaseManager.h"
+#include "store/VORAPersistenceManager.h"
+
+#include <QThreadPool>
+
+#include <mutex>
+
+void VORADownloadChapterDeletion::deleteChapters(const QString &comicId,
+                                                 const QList<VORADownloadChapterInfoDTO> &chapters, Section section)
+{
+    if (section == Section::Downloading) {
+        VORADownloadManager *manager = VORADownloadManager::shareDownloadManagerObj();
+        QList<VORADownloadChapterInfoDTO> queued;
+        for (const auto &chapter : chapters) {
+            const int status = manager->getDownloadStatusWithDownloadChapter(chapter);
+            if (status == VORADownloadManager::Downloading || status == VORADownloadManager::Waiting)
+                queued.append(chapter);
+        }
+        if (!queued.isEmpty())
+            manager->stopDownloadChapterList(queued);
+    }
+
+    QStringList ids;
+    for (const auto &chapter : chapters)
+        ids.append(chapter.chapterId);
+    VORADatabaseManager store;
+    {
+        std::lock_guard<StoreCoordinator> locker(VORADatabaseManager::persistentStoreCoordinator());
+        const QList<VORADownloadChapterInfoDTO> stored = store.getDownloadChapterWithChapterIdList(ids);
+        qint64 pages = 0;
+        qint64 size = 0;
+        for (const auto &chapter : stored) {
+            pages += chapter.imageCount;
+            size += chapter.imageSize;
+        }
+        std::optional<VORADownloadComicInfoDTO> comic = store.getDownloadComicWithComic(comicId);
+        if (comic) {
+            if (section == Section::Downloading) {
+                comic->downloadingChapterCount -= stored.size();
+                comic->downloadingPageCount = pages;
+                comic->downloadingPageSize = size;
+            } else {
+                comic->downloadChapterCount -= stored.size();
+                comic->downloadPageCount = pages;
+                comic->downloadPageSize = size;
+            }
+        }
+        store.deleteDownloadChapterList(stored);
+        if (comic)
+            store.updateDownlaodComicWithComic(*comic);
+    }
+
+    QStringList dirs;
+    for (const auto &id : std::as_const(ids)) {
+        const QString dir = VORAPersistenceManager::chapterDirWithComicId(comicId, id);
+        if (!dir.isEmpty())
+            dirs.append(dir);
+    }
+    QThreadPool::globalInstance()->start([dirs]() {
+        for (const QString &dir : dirs)
+            VORAUtility::deleteDir(dir);
+    });
+}

@@ -100,6 +100,10 @@ std::optional<QList<VORAPageInfoDTO>> VORAGetDownloadTask::getPageInfo() const
         return std::nullopt;
     }
     const QList<VORAPageInfoDTO> pages = service.pageList().value_or(QList<VORAPageInfoDTO>());
+    // Stopped while asking: the chapter may have been deleted meanwhile, and
+    // its directory must not come back. The list is fetched again next time.
+    if (isCancelled())
+        return pages;
     VORAUtility::createDir(VORAPersistenceManager::chapterDirWithComicId(chapter.comicId, chapter.chapterId));
     VORAPersistenceManager::saveChapterInfo(pages, infoFile);
     return pages;

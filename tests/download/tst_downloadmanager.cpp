@@ -8,30 +8,23 @@
 #include "core/VORAAppGlobalData.h"
 #include "core/VORAAppStatus.h"
 #include "core/VORANotificationNames.h"
-#include "download/VORADownloadChapterDeletion.h"
+#include "core/VORAUtility.h"
 #include "download/VORADownloadManager.h"
+#include "download/VORADownloadRecords.h"
 #include "net/ASIHTTPRequest.h"
 #include "net/VORAGetChapterInfoService.h"
 #include "platform/NotificationCenter.h"
-#include "store/StoreCoordinator.h"
 #include "store/VORADatabaseManager.h"
 #include "store/VORAPersistenceManager.h"
-#include "core/VORAUtility.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
 
 #include <memory>
-
-namespace {
-const QString comicId = QStringLiteral("10001");
-const QString chapterPath = QStringLiteral("ios/pad/chapter_127.php");
-} // namespace
 
 class TestDownloadManager : public QObject
 {
@@ -46,19 +39,41 @@ private slots:
     void deletingQueuedChapters();
 
 private:
-    // What the comic detail page does before it queues: the comic's record when
-    // missing, the chapter's record, the in-progress counters.
-    VORADownloadChapterInfoDTO queueRecord(const QString &chapterId);
-    QList<VORAPageInfoDTO> sitePages(const QString &chapterId);
-    static QByteArray answer(const QJsonArray &data)
+    // A chapter of comic 10001 as the detail page queues it; imageCount from the site
+    // unless given.
+    VORADownloadChapterInfoDTO chapter(const QString &id, qint64 imageCount = -1)
     {
-        return QJsonDocument(QJsonObject{{"code", 1}, {"data", data}}).toJson(QJsonDocument::Compact);
+        VORADownloadChapterInfoDTO c;
+        c.chapterId = id;
+        c.chapterName = QStringLiteral("第") + id;
+        c.comicId = comicId;
+        c.imageCount = imageCount < 0 ? sitePages(id).size() : imageCount;
+        c.imageSize = 10 * c.imageCount;
+        return c;
     }
-    QJsonObject sitePage(const QString &imageId, const VORAPageInfoDTO &real) const
+    void queue(const QList<VORADownloadChapterInfoDTO> &chapters) const
     {
-        return QJsonObject{{"image_id", imageId}, {"location", real.url}, {"width", 800}, {"height", 1130}};
+        VORADownloadComicInfoDTO comic;
+        comic.comicId = comicId;
+        VORADownloadRecords::queueChapters(comic, chapters);
+    }
+    static QList<VORAPageInfoDTO> sitePages(const QString &chapterId)
+    {
+        VORAGetChapterInfoService service;
+        service.chapterId = chapterId;
+        service.synchronousRequest();
+        return service.pageList().value_or(QList<VORAPageInfoDTO>());
+    }
+    int imageRequests(const VORAPageInfoDTO &page) const { return m_site->requestCount(QUrl(page.url).path().mid(1)); }
+    static QStringList filesUnder(const QString &dir)
+    {
+        QStringList files;
+        for (QDirIterator it(dir, QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
+            files.append(it.next());
+        return files;
     }
 
+    const QString comicId = QStringLiteral("10001");
     TestHome m_home;
     std::unique_ptr<QuorinSite> m_site;
     VORADownloadManager *m_manager = nullptr;
@@ -76,7 +91,6 @@ void TestDownloadManager::initTestCase()
     qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
     ASIHTTPRequest::setDefaultTimeOutSeconds(2);
     VORADatabaseManager::initializeDB();
-    VORAPersistenceManager::getPersistenceManager();
     m_manager = VORADownloadManager::shareDownloadManagerObj();
     VORAAppGlobalData::shareAppGlobalData()->appStatus()->setFromAppStore(0); // status-bar notices shown
 
@@ -96,74 +110,35 @@ void TestDownloadManager::cleanup()
     m_posted.clear();
 }
 
-QList<VORAPageInfoDTO> TestDownloadManager::sitePages(const QString &chapterId)
-{
-    VORAGetChapterInfoService service;
-    service.chapterId = chapterId;
-    service.synchronousRequest();
-    return service.pageList().value_or(QList<VORAPageInfoDTO>());
-}
-
-VORADownloadChapterInfoDTO TestDownloadManager::queueRecord(const QString &chapterId)
-{
-    VORADownloadChapterInfoDTO chapter;
-    chapter.chapterId = chapterId;
-    chapter.chapterName = QStringLiteral("第") + chapterId;
-    chapter.comicId = comicId;
-    chapter.imageCount = qMax<qsizetype>(1, sitePages(chapterId).size());
-    chapter.imageSize = 100 * chapter.imageCount;
-    VORADatabaseManager store;
-    if (!store.getDownloadComicWithComic(comicId)) {
-        VORADownloadComicInfoDTO comic;
-        comic.comicId = comicId;
-        store.addDownlaodComicWithComic(comic);
-    }
-    store.addDownlaodChapter(chapter);
-    StoreCoordinator &lock = VORADatabaseManager::persistentStoreCoordinator();
-    lock.lock();
-    VORADownloadComicInfoDTO comic = *store.getDownloadComicWithComic(comicId);
-    comic.downloadingChapterCount += 1;
-    comic.downloadingPageCount += chapter.imageCount;
-    comic.downloadingPageSize += chapter.imageSize;
-    store.updateDownlaodComicWithComic(comic);
-    lock.unlock();
-    return chapter;
-}
-
 // Three chapters queued on an idle manager: only the head runs, never more
-// than two tasks at once; stopping the running chapter starts the next, and
-// the finished chapter leaves every file on disk and the counters moved.
+// than two tasks at once; the finished chapter leaves every file on disk and
+// the counters moved; stopping the running chapter starts the next.
 void TestDownloadManager::queueRunsHeadOnly()
 {
-    const auto a = queueRecord("40001");
-    const auto b = queueRecord("40002");
-    const auto c = queueRecord("40003");
-    m_manager->beginDownloadChapterList({a, b, c});
+    const auto a = chapter("40001"), b = chapter("40002"), c = chapter("40003");
+    queue({a, b, c});
     QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(a), 1);
     QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(b), 2);
     QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(c), 2);
 
     QTRY_COMPARE_WITH_TIMEOUT(m_manager->getDownloadStatusWithDownloadChapter(b), 1, 20000);
-    QCOMPARE(m_notices.value(0), QStringLiteral("'第40001'下载完成!"));
+    QCOMPARE(m_notices, QStringList{"'第40001'下载完成!"});
     VORADatabaseManager store;
-    const auto done = store.getDownloadChapterWithChapterId("40001");
-    QVERIFY(done && done->isFinishDownload);
-    QCOMPARE(done->downloadPercent(), 100);
+    QVERIFY(store.getDownloadChapterWithChapterId("40001")->isFinishDownload);
     for (const VORAPageInfoDTO &page : sitePages("40001")) {
         QVERIFY(QFile::exists(VORAPersistenceManager::pageFileWithComicId(comicId, "40001", page.pageId)));
         QVERIFY(VORAPersistenceManager::loadTucaoWithFile(
             VORAPersistenceManager::tucaoFileWithComicId(comicId, "40001", page.pageId)));
     }
-    const auto comic = store.getDownloadComicWithComic(comicId);
-    QCOMPARE(comic->downloadChapterCount, 1);
-    QCOMPARE(comic->downloadPageCount, a.imageCount);
-    QCOMPARE(comic->downloadingChapterCount, 2);
-    QCOMPARE(comic->downloadingPageCount, b.imageCount + c.imageCount);
+    const auto comic = *store.getDownloadComicWithComic(comicId);
+    QCOMPARE(comic.downloadChapterCount, 1);
+    QCOMPARE(comic.downloadPageCount, a.imageCount);
+    QCOMPARE(comic.downloadingChapterCount, 2);
+    QCOMPARE(comic.downloadingPageCount, b.imageCount + c.imageCount);
 
     m_manager->stopDownloadChapter(b);
     QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(b), 3);
     QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(c), 1);
-    QCOMPARE(m_manager->downloadChaperList().size(), 1);
     QVERIFY(m_manager->taskQueue().peakRunningCount() <= 2);
 }
 
@@ -171,26 +146,24 @@ void TestDownloadManager::queueRunsHeadOnly()
 // files the store has not recorded.
 void TestDownloadManager::cancelAllThenStartFetchesOnlyUnrecorded()
 {
-    const auto chapter = queueRecord("40004");
+    const auto c = chapter("40004");
+    const VORAPageInfoDTO first = sitePages("40004").first();
     m_site->faults().setLatencyMs(30);
-    m_manager->beginDownloadChapter(chapter);
+    queue({c});
     VORADatabaseManager store;
     QTRY_VERIFY_WITH_TIMEOUT(store.getDownloadChapterWithChapterId("40004")->pageCompleteCount() >= 2, 20000);
     m_manager->cancelAllDownload();
     QTRY_COMPARE(m_manager->taskQueue().operationCount(), 0);
     m_site->faults().setLatencyMs(0);
+    QVERIFY(store.getDownloadChapterWithChapterId("40004")->pageCompleteIds.split(',').contains(first.pageId));
+    const int before = imageRequests(first);
 
-    const auto recorded = *store.getDownloadChapterWithChapterId("40004");
-    const QStringList recordedPages = recorded.pageCompleteIds.split(',');
-    const int imagesBefore = m_site->requestCount(QUrl(sitePages("40004").first().url).path().mid(1));
-    m_manager->beginDownloadChapter(chapter);
+    m_manager->beginDownloadChapter(c);
     QTRY_VERIFY_WITH_TIMEOUT(store.getDownloadChapterWithChapterId("40004")->isFinishDownload, 20000);
-    // Each recorded page was fetched once, before the cancel.
-    QCOMPARE(m_site->requestCount(QUrl(sitePages("40004").first().url).path().mid(1)), imagesBefore);
-    QVERIFY(recordedPages.contains(sitePages("40004").first().pageId));
+    QCOMPARE(imageRequests(first), before);
     const auto finished = *store.getDownloadChapterWithChapterId("40004");
-    QCOMPARE(finished.pageCompleteCount(), chapter.imageCount);
-    QCOMPARE(finished.tucaoCompleteCount(), chapter.imageCount);
+    QCOMPARE(finished.pageCompleteCount(), c.imageCount);
+    QCOMPARE(finished.tucaoCompleteCount(), c.imageCount);
 }
 
 // A chapter that fails leaves the queue with what it stored, shows stopped
@@ -198,7 +171,7 @@ void TestDownloadManager::cancelAllThenStartFetchesOnlyUnrecorded()
 void TestDownloadManager::chapterFailures_data()
 {
     QTest::addColumn<QString>("chapterId");
-    QTest::addColumn<QStringList>("imageIds"); // the answer's pages; "" = the site's own answer
+    QTest::addColumn<QStringList>("imageIds"); // the pages of the site's answer
     QTest::addColumn<int>("failingPage");      // its image answers 500; -1: none
     QTest::addColumn<QString>("message");      // the status-bar notice begins so
     QTest::addColumn<int>("pagesKept");
@@ -224,50 +197,31 @@ void TestDownloadManager::chapterFailures()
     const QList<VORAPageInfoDTO> real = sitePages("40001");
     QJsonArray data;
     for (int i = 0; i < imageIds.size(); ++i)
-        data.append(sitePage(imageIds.at(i), real.at(i % real.size())));
-    m_site->faults().setMalformed(chapterPath, answer(data));
+        data.append(QJsonObject{{"image_id", imageIds.at(i)}, {"location", real.at(i % real.size()).url}});
+    m_site->faults().setMalformed("ios/pad/chapter_127.php",
+                                  QJsonDocument(QJsonObject{{"code", 1}, {"data", data}}).toJson());
     if (failingPage >= 0)
         m_site->faults().setErrorStatus(QUrl(real.at(failingPage).url).path().mid(1), 500, "busy");
+    const QString root = VORAUtility::comicBookDirectory();
+    const QStringList filesBefore = filesUnder(root);
 
-    VORADownloadChapterInfoDTO chapter;
-    chapter.chapterId = chapterId;
-    chapter.chapterName = QStringLiteral("第") + chapterId;
-    chapter.comicId = comicId;
-    chapter.imageCount = imageIds.size();
-    VORADatabaseManager store;
-    store.addDownlaodChapter(chapter);
-    const QString comicDir = VORAPersistenceManager::comicDirWithComicId(comicId);
-    const QStringList filesBefore = [&] {
-        QStringList files;
-        for (QDirIterator it(QFileInfo(comicDir).dir().path(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
-            files.append(it.next());
-        return files;
-    }();
-
-    m_manager->beginDownloadChapter(chapter);
+    const auto c = chapter(chapterId, imageIds.size());
+    queue({c});
     QTRY_VERIFY_WITH_TIMEOUT(!m_notices.isEmpty(), 20000);
     QVERIFY2(m_notices.first().startsWith(message), qPrintable(m_notices.first()));
-    QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(chapter), 3);
+    QCOMPARE(m_manager->getDownloadStatusWithDownloadChapter(c), 3);
     QCOMPARE(m_posted.mid(m_posted.size() - 2),
              QStringList({"DownloadFailNotification", "DownloadCountChangeNotification"}));
     QTRY_COMPARE(m_manager->taskQueue().operationCount(), 0);
-    const auto stored = *store.getDownloadChapterWithChapterId(chapterId);
+    const auto stored = *VORADatabaseManager().getDownloadChapterWithChapterId(chapterId);
     QCOMPARE(stored.pageCompleteCount(), pagesKept);
-    QCOMPARE(stored.isFinishDownload, false);
-    if (pagesKept > 0)
-        QVERIFY(stored.downloadPercent() > 0);
+    QCOMPARE(stored.downloadPercent() > 0, pagesKept > 0);
 
-    // New files lie only in this chapter's directory, one per recorded page
-    // (and the page list), and no tucao of a failed page.
-    const QString chapterDir = VORAPersistenceManager::chapterDirWithComicId(comicId, chapterId);
-    QStringList added;
-    for (QDirIterator it(QFileInfo(comicDir).dir().path(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();) {
-        const QString file = it.next();
-        if (!filesBefore.contains(file))
-            added.append(file);
-    }
+    // New files: only in this chapter's directory, one image per recorded page.
+    QStringList added = filesUnder(root);
+    added.removeIf([&filesBefore](const QString &f) { return filesBefore.contains(f); });
     for (const QString &file : std::as_const(added))
-        QVERIFY2(file.startsWith(chapterDir), qPrintable(file));
+        QVERIFY2(file.startsWith(VORAPersistenceManager::chapterDirWithComicId(comicId, chapterId)), qPrintable(file));
     QCOMPARE(added.filter(".png").size(), pagesKept);
 }
 
@@ -276,40 +230,27 @@ void TestDownloadManager::chapterFailures()
 // (the sum over the deleted chapters, whatever else is in progress).
 void TestDownloadManager::deletingQueuedChapters()
 {
-    const QString comic = QStringLiteral("10003");
+    const QList<VORADownloadChapterInfoDTO> chapters{chapter("92001", 10), chapter("92002", 12), chapter("92003", 5)};
+    for (const auto &c : chapters)
+        QVERIFY(QDir().mkpath(VORAPersistenceManager::chapterDirWithComicId(comicId, c.chapterId)));
     VORADatabaseManager store;
-    VORADownloadComicInfoDTO record;
-    record.comicId = comic;
-    store.addDownlaodComicWithComic(record);
-    QList<VORADownloadChapterInfoDTO> chapters;
-    for (const auto &[id, pages] : {std::pair{"92001", 10}, std::pair{"92002", 12}, std::pair{"92003", 5}}) {
-        VORADownloadChapterInfoDTO chapter;
-        chapter.chapterId = id;
-        chapter.comicId = comic;
-        chapter.imageCount = pages;
-        chapter.imageSize = 10 * pages;
-        store.addDownlaodChapter(chapter);
-        chapters.append(chapter);
-        QVERIFY(QDir().mkpath(VORAPersistenceManager::chapterDirWithComicId(comic, id)));
-    }
-    record.downloadingChapterCount = 3;
-    record.downloadingPageCount = 27;
-    record.downloadingPageSize = 270;
-    store.updateDownlaodComicWithComic(record);
-
+    const auto before = *store.getDownloadComicWithComic(comicId);
     m_site->faults().setLatencyMs(200); // the head is still preparing when it is deleted
-    m_manager->beginDownloadChapterList(chapters.mid(0, 2));
-    VORADownloadChapterDeletion::deleteChapters(comic, chapters.mid(0, 2), VORADownloadChapterDeletion::Section::Downloading);
+    queue(chapters.mid(0, 2));
+    queue(chapters.mid(2));
+    m_manager->stopDownloadChapter(chapters.at(2));
+    VORADownloadRecords::deleteChapters(comicId, chapters.mid(0, 2), VORADownloadRecords::Section::Downloading);
 
     QVERIFY(m_manager->downloadChaperList().isEmpty());
-    const auto after = *store.getDownloadComicWithComic(comic);
-    QCOMPARE(after.downloadingChapterCount, 1);
+    const auto after = *store.getDownloadComicWithComic(comicId);
+    QCOMPARE(after.downloadingChapterCount, before.downloadingChapterCount + 1);
     QCOMPARE(after.downloadingPageCount, 22);
     QCOMPARE(after.downloadingPageSize, 220);
-    QCOMPARE(store.getDownloadChapterWithComicId(comic).size(), 1);
-    QTRY_VERIFY(!QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comic, "92002")));
-    QVERIFY(!QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comic, "92001")));
-    QVERIFY(QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comic, "92003")));
+    QVERIFY(!store.getDownloadChapterWithChapterId("92001") && store.getDownloadChapterWithChapterId("92003"));
+    QTRY_VERIFY(!QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comicId, "92002")));
+    QTRY_COMPARE(m_manager->taskQueue().operationCount(), 0); // the stopped preparation brings nothing back
+    QVERIFY(!QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comicId, "92001")));
+    QVERIFY(QFileInfo::exists(VORAPersistenceManager::chapterDirWithComicId(comicId, "92003")));
 }
 
 QTEST_MAIN(TestDownloadManager)

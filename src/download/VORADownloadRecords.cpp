@@ -1,4 +1,4 @@
-#include "download/VORADownloadChapterDeletion.h"
+#include "download/VORADownloadRecords.h"
 
 #include "download/VORADownloadManager.h"
 
@@ -9,9 +9,41 @@
 
 #include <QThreadPool>
 
+#include <algorithm>
 #include <mutex>
 
-void VORADownloadChapterDeletion::deleteChapters(const QString &comicId,
+void VORADownloadRecords::queueChapters(const VORADownloadComicInfoDTO &comic,
+                                        const QList<VORADownloadChapterInfoDTO> &chapters)
+{
+    VORADatabaseManager store;
+    {
+        std::lock_guard<StoreCoordinator> locker(VORADatabaseManager::persistentStoreCoordinator());
+        if (!store.getDownloadComicWithComic(comic.comicId))
+            store.addDownlaodComicWithComic(comic);
+        QList<VORADownloadChapterInfoDTO> added;
+        for (const auto &chapter : chapters) {
+            const bool known = store.getDownloadChapterWithChapterId(chapter.chapterId)
+                || std::any_of(added.cbegin(), added.cend(),
+                               [&chapter](const auto &a) { return a.chapterId == chapter.chapterId; });
+            if (!known)
+                added.append(chapter);
+        }
+        if (!added.isEmpty())
+            store.addDownlaodChapterList(added);
+        std::optional<VORADownloadComicInfoDTO> counters = store.getDownloadComicWithComic(comic.comicId);
+        if (counters && !added.isEmpty()) {
+            for (const auto &chapter : std::as_const(added)) {
+                counters->downloadingChapterCount += 1;
+                counters->downloadingPageCount += chapter.imageCount;
+                counters->downloadingPageSize += chapter.imageSize;
+            }
+            store.updateDownlaodComicWithComic(*counters);
+        }
+    }
+    VORADownloadManager::shareDownloadManagerObj()->beginDownloadChapterList(chapters);
+}
+
+void VORADownloadRecords::deleteChapters(const QString &comicId,
                                                  const QList<VORADownloadChapterInfoDTO> &chapters, Section section)
 {
     if (section == Section::Downloading) {

@@ -56,6 +56,7 @@ public:
     void appendComics(const QList<Comic> &comics);
     void clear() { setComics({}); }
 
+    // The badge picture of an accredit value: "dujia.png" (1), "qianyue.png" (2), else "".
     static QString accreditBadge(qint32 accredit);
 
 signals:

@@ -1,6 +1,7 @@
 #include "catalogue/VORARecommentView.h"
 
 #include "catalogue/CatalogueLog.h"
+#include "catalogue/VORAComicListModel.h"
 #include "catalogue/VORANetWorkNoLinking.h"
 #include "core/VORANotificationNames.h"
 #include "core/VORASystemConfig.h"
@@ -60,7 +61,7 @@ QVariantList VORARecommentView::comics() const
             {QStringLiteral("comicClickTotal"), c.comicClickTotal},
             {QStringLiteral("comicDescription"), c.comicDescription},
             {QStringLiteral("clickText"), clickText(c.comicClickTotal)},
-            {QStringLiteral("badge"), accreditBadge(c.comicAccredit)},
+            {QStringLiteral("badge"), VORAComicListModel::accreditBadge(c.comicAccredit)},
         });
     }
     return list;
@@ -104,18 +105,6 @@ int VORARecommentView::rowsForCount(int count)
     if (count <= 0)
         return 0;
     return (count + cellsPerRow - 1) / cellsPerRow;
-}
-
-QString VORARecommentView::accreditBadge(int accredit)
-{
-    switch (accredit) {
-    case 1:
-        return QStringLiteral("dujia.png");
-    case 2:
-        return QStringLiteral("qianyue.png");
-    default:
-        return {};
-    }
 }
 
 void VORARecommentView::setTimerInterval(int ms)

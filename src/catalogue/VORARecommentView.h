@@ -74,8 +74,6 @@ public:
     static int rowsForCount(int count);
     // Clicks as shown on a cell: plain below 10000, then "483.5万", "1.2亿".
     static QString clickText(const QString &clickTotal);
-    // The badge picture of an accredit value: "dujia.png" (1), "qianyue.png" (2), else "".
-    static QString accreditBadge(int accredit);
 
     // Banner timer interval; 5000 ms unless a test shortens it.
     int timerInterval() const { return m_timer.interval(); }

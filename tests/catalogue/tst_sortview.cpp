@@ -73,9 +73,11 @@ std::unique_ptr<VORASortView> TestSortView::makeView()
 
 void TestSortView::rowsForCount()
 {
-    // {count, layout (0 grid of three, 1 list), rows}
+    // {count, layout (0 grid of three, 1 list), rows}, and the licence badge.
     for (const auto &[count, layout, rows] : {std::tuple{0, 0, 0}, {31, 0, 11}, {30, 0, 10}, {31, 1, 31}, {1, 1, 1}})
         QCOMPARE(VORASortView::rowsForCount(count, layout), rows);
+    for (const auto &[accredit, badge] : {std::pair<int, QString>{0, ""}, {1, "dujia.png"}, {2, "qianyue.png"}, {3, ""}})
+        QCOMPARE(VORAComicListModel::accreditBadge(accredit), badge);
 }
 
 void TestSortView::filterButtonsSendTheirWireValues_data()

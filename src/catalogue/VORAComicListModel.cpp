@@ -91,3 +91,10 @@ QString VORAComicListModel::accreditBadge(qint32 accredit)
         return {};
     }
 }
+
+int VORAComicListModel::gridRows(int count)
+{
+    if (count <= 0)
+        return 0;
+    return (count + cellsPerRow - 1) / cellsPerRow;
+}

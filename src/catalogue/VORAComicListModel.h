@@ -58,6 +58,9 @@ public:
 
     // The badge picture of an accredit value: "dujia.png" (1), "qianyue.png" (2), else "".
     static QString accreditBadge(qint32 accredit);
+    // Rows of a grid of three cells a row: ceil(count / 3).
+    static constexpr int cellsPerRow = 3;
+    static int gridRows(int count);
 
 signals:
     void countChanged();

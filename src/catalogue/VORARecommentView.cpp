@@ -100,11 +100,9 @@ QString VORARecommentView::clickText(const QString &clickTotal)
     return QString::number(double(n) / 100000000.0, 'f', 1) + QStringLiteral("亿");
 }
 
-int VORARecommentView::rowsForCount(int count)
+int VORARecommentView::rowCount() const
 {
-    if (count <= 0)
-        return 0;
-    return (count + cellsPerRow - 1) / cellsPerRow;
+    return VORAComicListModel::gridRows(int(m_recommentArray.size()));
 }
 
 void VORARecommentView::setTimerInterval(int ms)

@@ -41,7 +41,6 @@ public:
     static constexpr int bannerPageCount = 5; // the banner cycles over five pages whatever the slide count
     static constexpr int defaultTimerInterval = 5000;
     static constexpr int refreshDelay = 300;
-    static constexpr int cellsPerRow = 3;
 
     static const QString requestFailedText; // "请求服务器失败，网络信号不是太好哟~"
     static const QString noNetworkText;     // "网络死掉了，请揉捏客户端或刷新重试"
@@ -55,7 +54,7 @@ public:
     QStringList tabTitles() const;
     qreal markerX() const { return (m_curTag - firstTag) * 114.1 + 50.1; }
     QVariantList comics() const;
-    int rowCount() const { return rowsForCount(int(m_recommentArray.size())); }
+    int rowCount() const;
     QVariantList slides() const;
     int timeCount() const { return m_timeCount; }
     bool isStop() const { return m_isStop; }
@@ -70,8 +69,6 @@ public:
     VORANetWorkNoLinking *noNetwork() const { return m_noNetwork; }
     const VORAGetRcommentService *service() const { return m_service; }
 
-    // Rows of the grid: ceil(count / 3).
-    static int rowsForCount(int count);
     // Clicks as shown on a cell: plain below 10000, then "483.5万", "1.2亿".
     static QString clickText(const QString &clickTotal);
 

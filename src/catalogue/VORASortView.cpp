@@ -150,7 +150,7 @@ int VORASortView::rowsForCount(int count, int sortTableType)
 {
     if (count <= 0)
         return 0;
-    return sortTableType == 0 ? (count + 2) / 3 : count;
+    return sortTableType == 0 ? VORAComicListModel::gridRows(count) : count;
 }
 
 int VORASortView::tableRowCount() const

@@ -36,7 +36,7 @@ class TestSortView : public QObject
 private slots:
     void initTestCase();
     void cleanup();
-    void rowsForCount();
+    void cellRules();
     void filterButtonsSendTheirWireValues_data();
     void filterButtonsSendTheirWireValues();
     void pagingUntilAnEmptyPageThenPullDown();
@@ -71,10 +71,10 @@ std::unique_ptr<VORASortView> TestSortView::makeView()
     return view;
 }
 
-void TestSortView::rowsForCount()
+void TestSortView::cellRules()
 {
-    // {count, layout (0 grid of three, 1 list), rows}, and the licence badge.
-    for (const auto &[count, layout, rows] : {std::tuple{0, 0, 0}, {31, 0, 11}, {30, 0, 10}, {31, 1, 31}, {1, 1, 1}})
+    // The cells' rules: {count, layout (0 grid of three, 1 list), rows}, and the licence badge.
+    for (const auto &[count, layout, rows] : {std::tuple{0, 0, 0}, {-2, 0, 0}, {1, 0, 1}, {31, 0, 11}, {30, 0, 10}, {31, 1, 31}, {1, 1, 1}})
         QCOMPARE(VORASortView::rowsForCount(count, layout), rows);
     for (const auto &[accredit, badge] : {std::pair<int, QString>{0, ""}, {1, "dujia.png"}, {2, "qianyue.png"}, {3, ""}})
         QCOMPARE(VORAComicListModel::accreditBadge(accredit), badge);

@@ -520,29 +520,3 @@ void VORAUtility::openMBProgressHUDView(const QString &text, double delaySeconds
     postUi(VORANotificationNames::uiTextPanelRequest,
            {{QStringLiteral("text"), text}, {QStringLiteral("delay"), delaySeconds}});
 }
-
-// --- Account ---
-
-void VORAUtility::saveUserWithReturnData(const QJsonObject &returnData, const QString &password,
-                                         int userType, const QString &siteMark)
-{
-    Q_UNUSED(password);
-    Q_UNUSED(siteMark);
-    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    VORAUser *user = global->user();
-    const QJsonObject u = jsonObject(returnData.value(QStringLiteral("user")));
-
-    user->setSiteName(jsonString(u.value(QStringLiteral("site"))));
-    user->setKey(jsonString(returnData.value(QStringLiteral("key"))));
-    user->setUserType(userType);
-    user->setNickName(jsonString(u.value(QStringLiteral("nickname"))));
-    user->setFaceImage(jsonString(u.value(QStringLiteral("face"))));
-    user->setUserName(jsonString(u.value(QStringLiteral("username"))));
-    user->setVipUser(jsonString(u.value(QStringLiteral("group_user"))));
-    user->setUserCoin(jsonInteger(u.value(QStringLiteral("coin"))));
-    user->setLevel(jsonInteger(u.value(QStringLiteral("level"))));
-    user->setTicket(jsonInteger(u.value(QStringLiteral("ticket"))));
-    user->setUserId(jsonString(u.value(QStringLiteral("user_id"))));
-    if (!global->saveUser())
-        qCWarning(lcCore) << "cannot save the signed-in user";
-}

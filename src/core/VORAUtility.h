@@ -109,10 +109,4 @@ public:
     static void openMBProgressHUDView(const QString &text, double delaySeconds);
 
     static constexpr int loadingViewTag = 100202;
-
-    // --- Account ---
-    // Fills the global user from a sign-in payload and saves it. password and
-    // siteMark are accepted and not used.
-    static void saveUserWithReturnData(const QJsonObject &returnData, const QString &password,
-                                       int userType, const QString &siteMark);
 };

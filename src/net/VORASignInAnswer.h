@@ -6,7 +6,7 @@
 #include <optional>
 
 // The parsed answer of a sign-in service. `returnData` gives "key" and "user" in the
-// shape VORAUtility::saveUserWithReturnData and VORAAccountFiller take.
+// shape VORAAccountFiller takes.
 struct VORASignInAnswer
 {
     qint64 code = 0;                 // 1 = success

@@ -6,6 +6,7 @@
 
 #include "QuorinSite.h"
 #include "QuorinSiteFaults.h"
+#include "account/VORAAccountFiller.h"
 
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
@@ -92,8 +93,8 @@ void TestBookshelfSite::initTestCase()
     signIn.synchronousRequest();
     QVERIFY(!signIn.error());
     QCOMPARE(signIn.code, 1);
-    VORAUtility::saveUserWithReturnData(QJsonObject{{"key", signIn.key}, {"user", *signIn.data}}, QString(), 2,
-                                        QString());
+    VORAAccountFiller::fillUserWithReturnData(*m_global->user(), QJsonObject{{"key", signIn.key}, {"user", *signIn.data}}, 2);
+    QVERIFY(m_global->saveUser());
     QVERIFY(m_global->user()->isLogin());
 }
 

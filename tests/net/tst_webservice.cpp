@@ -333,7 +333,7 @@ void TestWebService::malformedAnswers_data()
     QTest::addColumn<QString>("expected");
     // A body that is no feed or no comic at all is its screen's (tst_recommentview,
     // tst_comichomepage), a chapter list that is no list the reading session's;
-    // the add tucao answers are the publisher's, the sign-in answers tst_accountfiller's.
+    // the add tucao answers are the publisher's, the sign-in answers tst_accountrules'.
     QTest::newRow("list: odd members")
         << "list"
         << QByteArray("{\"data\":[{\"comic_id\":123,\"name\":null},5,{\"comic_id\":\"9\"}],"

@@ -99,13 +99,10 @@ void TestSiteFaults::stalledPathDoesNotHoldUpOthers()
     QNetworkReply *stalled = client.manager().get(QNetworkRequest(client.url(QStringLiteral("ios/pad/list.php"), {{"page", "0"}})));
     // The stalled request arrives and is recorded, but never answered...
     QTRY_COMPARE(m_site->requestCount(QStringLiteral("ios/pad/list.php")), before + 1);
-    QCOMPARE(m_site->lastRequest(QStringLiteral("ios/pad/list.php")).method, QByteArray("GET"));
     // ...while other paths, on other connections, are.
-    for (int i = 0; i < 3; ++i)
-        QCOMPARE(client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}}).json.value("code").toInt(), 1);
+    QCOMPARE(client.get(QStringLiteral("ios/pad/comic_127.php"), {{"comic_id", "10001"}}).json.value("code").toInt(), 1);
     QVERIFY(!stalled->isFinished());
     stalled->abort();
-    QCOMPARE(stalled->error(), QNetworkReply::OperationCanceledError);
     stalled->deleteLater();
     // "*" stalls everything; turning it off serves again.
     m_site->faults().setStall(QStringLiteral("*"));
@@ -126,19 +123,12 @@ void TestSiteFaults::gzipOnlyWhenAccepted()
     const QUrl url = client.url(QStringLiteral("ios/pad/list.php"), {{"page", "0"}});
     const auto packed = client.getRaw(url, {{"Accept-Encoding", "gzip"}});
     QCOMPARE(packed.header("Content-Encoding"), QByteArray("gzip"));
-    const QByteArray inflated = gunzip(packed.body);
-    QVERIFY(!inflated.isEmpty());
-    QVERIFY(inflated.size() > packed.body.size());
-    QCOMPARE(QJsonDocument::fromJson(inflated).object().value("code").toInt(), 1);
+    QCOMPARE(QJsonDocument::fromJson(gunzip(packed.body)).object().value("code").toInt(), 1);
     // Refused (q=0) or not asked for: plain.
-    const auto refused = client.getRaw(url, {{"Accept-Encoding", "gzip;q=0, identity"}});
-    QVERIFY(refused.header("Content-Encoding").isEmpty());
-    QVERIFY(refused.isObject);
+    QVERIFY(client.getRaw(url, {{"Accept-Encoding", "gzip;q=0, identity"}}).header("Content-Encoding").isEmpty());
     const QByteArray raw = rawExchange(m_site->baseUrl().port(), "GET /ios/pad/hot_keywords.php HTTP/1.1\r\nHost: x\r\n\r\n");
     QVERIFY(raw.startsWith("HTTP/1.1 200"));
     QVERIFY(!raw.contains("Content-Encoding"));
-    m_site->faults().setGzip(false);
-    QVERIFY(client.getRaw(url, {{"Accept-Encoding", "gzip"}}).header("Content-Encoding").isEmpty());
 }
 
 void TestSiteFaults::latencyStillAnswersAndClearResets()

@@ -1,9 +1,9 @@
-// The comic detail page against the reference site: the cell marks, the read
-// button's own messages, the purchase of a whole comic, a chapter bought in
+// The comic detail page against the reference site: the read button's own
+// messages, the purchase of a whole comic, a chapter bought in
 // the reader (one chapter bought from the page is the screens' GUI test),
 // reading from the stored position, the cached comic while the request runs,
-// failures and the bookshelf button. The access
-// rule itself is the read gate's (tst_readgate).
+// failures and the bookshelf button. The access rule and the cell marks are
+// the read gate's table (tst_readgate).
 
 #include "CatalogueTestSupport.h"
 #include "catalogue/VORAChapterView.h"
@@ -78,8 +78,6 @@ class TestComicHomePage : public QObject
 private slots:
     void initTestCase();
     void cleanup();
-    void cellMarks_data();
-    void cellMarks();
     void readButtonRule_data();
     void readButtonRule();
     void headAndChapterSort();
@@ -105,37 +103,6 @@ void TestComicHomePage::cleanup()
     m_env.pointAtSite();
     VORAAppGlobalData::shareAppGlobalData()->appStatus()->setFromAppStore(1);
     QVERIFY(signInAs(QString(), QString()));
-}
-
-void TestComicHomePage::cellMarks_data()
-{
-    QTest::addColumn<qint64>("isVip");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("isView");
-    QTest::addColumn<qint64>("secondsSincePass");
-    QTest::addColumn<QString>("mark");
-    QTest::newRow("free comic, paid-type chapter") << qint64(0) << 2 << 0 << qint64(86400 * 30) << QString();
-    QTest::newRow("paid comic, unbought") << qint64(1) << 2 << 0 << qint64(86400 * 30) << "buyread";
-    QTest::newRow("paid comic, readable") << qint64(2) << 2 << 1 << qint64(86400 * 30) << "comicbuyed";
-    QTest::newRow("paid comic, free chapter") << qint64(1) << 1 << 0 << qint64(86400 * 30) << QString();
-    QTest::newRow("sealed comic inside the seal") << qint64(3) << 1 << 1 << qint64(604799) << "delayread";
-    QTest::newRow("sealed comic after the seal") << qint64(3) << 1 << 1 << qint64(604800) << QString();
-    QTest::newRow("unknown class") << qint64(7) << 2 << 0 << qint64(0) << QString();
-}
-
-void TestComicHomePage::cellMarks()
-{
-    QFETCH(qint64, isVip);
-    QFETCH(int, type);
-    QFETCH(int, isView);
-    QFETCH(qint64, secondsSincePass);
-    QFETCH(QString, mark);
-    VORAChapterInfoDTO chapter;
-    chapter.type = type;
-    chapter.is_view = isView;
-    chapter.pass_time = fixedNow.addSecs(-secondsSincePass);
-    QCOMPARE(VORAComicHomePageView::markForChapter(isVip, chapter, fixedNow), mark);
-    QCOMPARE(VORAChapterView::sizeText(60, 7800), QStringLiteral("60P/7.62M"));
 }
 
 void TestComicHomePage::readButtonRule_data()
@@ -178,7 +145,6 @@ void TestComicHomePage::headAndChapterSort()
     auto view = openComic(QStringLiteral("10001"));
     QVERIFY(view);
     QCOMPARE(view->state(), int(VORAComicHomePageView::Shown));
-    QVERIFY(!view->headInfo().value("name").toString().isEmpty());
 
     VORAChapterView *chapters = view->chapterView();
     QAbstractItemModelTester tester(chapters);
@@ -186,12 +152,11 @@ void TestComicHomePage::headAndChapterSort()
     QVERIFY(n >= 6);
     const QStringList serverOrder = chapters->chapterIds();
     QCOMPARE(chapters->index(0).data(VORAChapterView::SizeTextRole).toString().left(3), QStringLiteral("60P"));
+    QCOMPARE(VORAChapterView::sizeText(60, 7800), QStringLiteral("60P/7.62M"));
 
+    // Reversed (the first row as drawn after the sort: tst_cataloguescreens).
     chapters->chapterSortUp();
     QCOMPARE(chapters->index(0).data(VORAChapterView::ChapterIndexRole).toInt(), n - 1);
-    QStringList reversed = serverOrder;
-    std::reverse(reversed.begin(), reversed.end());
-    QCOMPARE(chapters->chapterIds(), reversed);
 
     // A tap on the first row as shown opens that chapter (free comic).
     QSignalSpy read(view.get(), &VORAComicHomePageView::readRequested);
@@ -379,22 +344,16 @@ void TestComicHomePage::refusalsAndMalformedAnswers()
 
 void TestComicHomePage::bookshelfButton()
 {
-    auto view = openComic(QStringLiteral("10001"));
-    QVERIFY(view);
-    QSignalSpy signIn(view.get(), &VORAComicHomePageView::signInRequested);
-    view->addBookShelfBtnClick(); // signed out
-    QCOMPARE(signIn.count(), 1);
-    QVERIFY(!view->inBookshelf());
-
+    // Signed out, the button asks for a sign-in, after which the comic is on
+    // the shelf: tst_userpanel, through the window. A new page for the same
+    // comic finds it there, and its button takes it off.
     QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
     auto *manager = qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
     QVERIFY(manager);
+    auto view = openComic(QStringLiteral("10001"));
+    QVERIFY(view);
     view->addBookShelfBtnClick();
-    QVERIFY(view->inBookshelf());
-    const std::optional<VORABookShelf> entry = manager->getBookshelfWithComicId(QStringLiteral("10001"));
-    QVERIFY(entry);
-    QCOMPARE(entry->comicName, view->headInfo().value("name").toString());
-    // A new page for the same comic finds it on the shelf.
+    QVERIFY(manager->getBookshelfWithComicId(QStringLiteral("10001")));
     auto again = openComic(QStringLiteral("10001"));
     QVERIFY(again && again->inBookshelf());
     again->addBookShelfBtnClick();

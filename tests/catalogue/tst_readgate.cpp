@@ -1,10 +1,11 @@
 // The read gate, the one chapter access rule of the detail page, the reading
 // session and the chapter panel: every branch with its dialog or sign-in
-// route, and the seven-day seal window at its edges (the gate's rows take one
+// route and the mark the detail page draws on the chapter's cell, and the seven-day seal window at its edges (the gate's rows take one
 // case each side), on a fixed clock and a user record filled locally.
 
 #include "TestHome.h"
 #include "catalogue/VORAChapterPurchase.h"
+#include "catalogue/VORAComicHomePageView.h"
 #include "catalogue/VORAReadGate.h"
 #include "core/VORAAppGlobalData.h"
 #include "core/VORANotificationNames.h"
@@ -65,36 +66,37 @@ void TestReadGate::gate_data()
     QTest::addColumn<int>("fromAppStore");
     QTest::addColumn<Outcome>("outcome");
     QTest::addColumn<QString>("message"); // of the dialog, if any
+    QTest::addColumn<QString>("mark");    // of the chapter's cell on the detail page
 
     const qint64 old = 30 * 86400;
     const QString member = QStringLiteral("member");
-    QTest::newRow("free comic") << qint64(0) << 2 << 0 << 0 << 30 << old << "" << qint64(0) << 0 << Outcome::Readable << "";
-    QTest::newRow("is_view opens a paid chapter") << qint64(1) << 2 << 0 << 1 << 50 << old << "" << qint64(0) << 0 << Outcome::Readable << "";
-    QTest::newRow("paid comic, free chapter") << qint64(1) << 1 << 0 << 0 << 30 << old << "" << qint64(0) << 0 << Outcome::Readable << "";
-    QTest::newRow("bought") << qint64(1) << 2 << 1 << 0 << 30 << old << member << qint64(0) << 0 << Outcome::Readable << "";
-    QTest::newRow("price 0") << qint64(2) << 2 << 0 << 0 << 0 << old << member << qint64(0) << 0 << Outcome::Readable << "";
-    QTest::newRow("buyed -1: sign-in") << qint64(1) << 2 << -1 << 0 << 30 << old << "" << qint64(0) << 0 << Outcome::SignIn << "";
+    QTest::newRow("free comic") << qint64(0) << 2 << 0 << 0 << 30 << old << "" << qint64(0) << 0 << Outcome::Readable << "" << "";
+    QTest::newRow("is_view opens a paid chapter") << qint64(1) << 2 << 0 << 1 << 50 << old << "" << qint64(0) << 0 << Outcome::Readable << "" << "comicbuyed";
+    QTest::newRow("paid comic, free chapter") << qint64(1) << 1 << 0 << 0 << 30 << old << "" << qint64(0) << 0 << Outcome::Readable << "" << "";
+    QTest::newRow("bought") << qint64(1) << 2 << 1 << 0 << 30 << old << member << qint64(0) << 0 << Outcome::Readable << "" << "buyread";
+    QTest::newRow("price 0") << qint64(2) << 2 << 0 << 0 << 0 << old << member << qint64(0) << 0 << Outcome::Readable << "" << "buyread";
+    QTest::newRow("buyed -1: sign-in") << qint64(1) << 2 << -1 << 0 << 30 << old << "" << qint64(0) << 0 << Outcome::SignIn << "" << "buyread";
     QTest::newRow("buyed -1, price 0, signed in: sign-in") << qint64(2) << 2 << -1 << 0 << 0 << old << member << qint64(500) << 0
-                                                           << Outcome::SignIn << "";
+                                                           << Outcome::SignIn << "" << "buyread";
     QTest::newRow("enough coins: 10002") << qint64(1) << 2 << 0 << 0 << 30 << old << member << qint64(100) << 0
-                                         << Outcome::CoinAlert << "购买此章节需要30quorin币";
+                                         << Outcome::CoinAlert << "购买此章节需要30quorin币" << "buyread";
     QTest::newRow("exactly the price: 10002") << qint64(2) << 2 << 0 << 0 << 30 << old << member << qint64(30) << 0
-                                              << Outcome::CoinAlert << "购买此章节需要30quorin币";
+                                              << Outcome::CoinAlert << "购买此章节需要30quorin币" << "buyread";
     QTest::newRow("one coin short: 10001")
         << qint64(1) << 2 << 0 << 0 << 30 << old << member << qint64(29) << 0 << Outcome::NotEnoughCoins
-        << "该章节为付费章节哦!请购买后进行阅读!阅读本章节需要30个quorin币,您当前quorin币余额为29,余额不足,请充值!";
+        << "该章节为付费章节哦!请购买后进行阅读!阅读本章节需要30个quorin币,您当前quorin币余额为29,余额不足,请充值!" << "buyread";
     QTest::newRow("paid, from the store: nothing") << qint64(1) << 2 << 0 << 0 << 30 << old << member << qint64(100) << 1
-                                                   << Outcome::Nothing << "";
+                                                   << Outcome::Nothing << "" << "buyread";
     QTest::newRow("sealed: 10000") << qint64(3) << 1 << 0 << 0 << 0 << qint64(604799) << member << qint64(0) << 0
-                                   << Outcome::SealAlert << "即将阅读的VIP章节暂时被封印啦,7天后解封,成为Quorin会员即刻解封哦~";
+                                   << Outcome::SealAlert << "即将阅读的VIP章节暂时被封印啦,7天后解封,成为Quorin会员即刻解封哦~" << "delayread";
     QTest::newRow("sealed, signed out: sign-in") << qint64(3) << 1 << 0 << 0 << 0 << qint64(86400) << "" << qint64(0) << 0
-                                                 << Outcome::SignIn << "";
+                                                 << Outcome::SignIn << "" << "delayread";
     QTest::newRow("sealed, paying member") << qint64(3) << 1 << 0 << 0 << 0 << qint64(86400) << "vip" << qint64(0) << 0
-                                           << Outcome::Readable << "";
+                                           << Outcome::Readable << "" << "delayread";
     QTest::newRow("sealed, from the store: nothing") << qint64(3) << 1 << 0 << 0 << 0 << qint64(86400) << member << qint64(0) << 1
-                                                     << Outcome::Nothing << "";
-    QTest::newRow("seal over") << qint64(3) << 1 << 0 << 0 << 0 << qint64(604800) << "" << qint64(0) << 0 << Outcome::Readable << "";
-    QTest::newRow("unknown class opens") << qint64(9) << 2 << 0 << 0 << 40 << old << "" << qint64(0) << 0 << Outcome::Readable << "";
+                                                     << Outcome::Nothing << "" << "delayread";
+    QTest::newRow("seal over") << qint64(3) << 1 << 0 << 0 << 0 << qint64(604800) << "" << qint64(0) << 0 << Outcome::Readable << "" << "";
+    QTest::newRow("unknown class opens") << qint64(9) << 2 << 0 << 0 << 40 << old << "" << qint64(0) << 0 << Outcome::Readable << "" << "";
 }
 
 void TestReadGate::gate()
@@ -110,6 +112,7 @@ void TestReadGate::gate()
     QFETCH(int, fromAppStore);
     QFETCH(Outcome, outcome);
     QFETCH(QString, message);
+    QFETCH(QString, mark);
 
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     VORAUser *record = global->user();
@@ -132,6 +135,7 @@ void TestReadGate::gate()
     chapter.pass_time = fixedNow.addSecs(-secondsSincePass);
 
     QCOMPARE(VORAReadGate::decide(chapter, comic, fixedNow), outcome);
+    QCOMPARE(VORAComicHomePageView::markForChapter(isVip, chapter, fixedNow), mark);
 
     QList<QVariantMap> alerts;
     QObject listener;

@@ -121,19 +121,6 @@ void TestSearchView::cloudLayout()
         cloud.setTagList(makeTags(keywords));
         verifyCloud(cloud, buttons);
     }
-
-    // Random placement: not every pass lays the buttons out the same way.
-    if (buttons > 1) {
-        QSet<QString> layouts;
-        for (int pass = 0; pass < 6; ++pass) {
-            cloud.drewCloudView();
-            QString key;
-            for (const VORACloudView::Button &b : cloud.buttonList())
-                key += QStringLiteral("%1@%2,%3;").arg(b.text).arg(b.x).arg(b.y);
-            layouts.insert(key);
-        }
-        QVERIFY(layouts.size() > 1);
-    }
 }
 
 void TestSearchView::cloudFromTheSiteAndRotation()
@@ -294,10 +281,6 @@ void TestSearchView::failuresKeepWhatWasShown()
     QCOMPARE(alerts.lastMessage(), VORASearchView::requestFailedText);
     QCOMPARE(view->comicList()->count(), shown);
     QVERIFY(!view->searching());
-
-    m_env.site->faults().setDropMidBody(keywordsPath);
-    view->begainRequestData();
-    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 2, 10000);
 }
 
 QTEST_MAIN(TestSearchView)

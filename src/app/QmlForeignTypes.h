@@ -158,6 +158,20 @@ struct VORASortViewForeign
     QML_NAMED_ELEMENT(VORASortView)
     QML_UNCREATABLE("the root controller makes the category screen")
 };
+// A button of its menus, and the lists of them it offers.
+struct VORASortButtonForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORASortButton)
+    QML_VALUE_TYPE(sortButton)
+};
+struct VORASortButtonListForeign
+{
+    Q_GADGET
+    QML_FOREIGN(QList<VORASortButton>)
+    QML_ANONYMOUS
+    QML_SEQUENTIAL_CONTAINER(VORASortButton)
+};
 struct VORAComicListModelForeign
 {
     Q_GADGET

@@ -6,7 +6,6 @@
 #include "core/VORAUtility.h"
 #include "net/VORASortWebService.h"
 
-#include <QVariantMap>
 
 const QString VORASortView::endOfCategoryText = QStringLiteral("该分类中优质漫画就这么多，看看其他分类O(∩_∩)O~");
 const QString VORASortView::requestFailedText = QStringLiteral("请求服务器失败，网络信号不是太好哟~");
@@ -45,14 +44,11 @@ const FilterButton *findButton(const FilterButton (&table)[N], int tag)
 }
 
 template <std::size_t N>
-QVariantList buttonList(const FilterButton (&table)[N])
+QList<VORASortButton> buttonList(const FilterButton (&table)[N])
 {
-    QVariantList list;
-    for (const FilterButton &b : table) {
-        list.append(QVariantMap{{QStringLiteral("tag"), b.tag},
-                                {QStringLiteral("title"), QString::fromUtf8(b.title)},
-                                {QStringLiteral("value"), b.value}});
-    }
+    QList<VORASortButton> list;
+    for (const FilterButton &b : table)
+        list.append({b.tag, QString::fromUtf8(b.title)});
     return list;
 }
 
@@ -92,17 +88,13 @@ VORASortView::~VORASortView()
 
 VORANetWorkNoLinking *VORASortView::noNetworkView() const { return m_noNetwork; }
 
-QVariantList VORASortView::themeButtons() const { return buttonList(themeTable); }
-QVariantList VORASortView::serialButtons() const { return buttonList(serialTable); }
-QVariantList VORASortView::sortButtons() const { return buttonList(sortTable); }
+QList<VORASortButton> VORASortView::themeButtons() const { return buttonList(themeTable); }
+QList<VORASortButton> VORASortView::serialButtons() const { return buttonList(serialTable); }
+QList<VORASortButton> VORASortView::sortButtons() const { return buttonList(sortTable); }
 
-QVariantList VORASortView::menuButtons() const
+QList<VORASortButton> VORASortView::menuButtons() const
 {
-    return {
-        QVariantMap{{QStringLiteral("tag"), 116}, {QStringLiteral("title"), QStringLiteral("题材")}},
-        QVariantMap{{QStringLiteral("tag"), 117}, {QStringLiteral("title"), QStringLiteral("进度")}},
-        QVariantMap{{QStringLiteral("tag"), 115}, {QStringLiteral("title"), QStringLiteral("排序")}},
-    };
+    return {{116, QStringLiteral("题材")}, {117, QStringLiteral("进度")}, {115, QStringLiteral("排序")}};
 }
 
 QString VORASortView::filterTitle() const

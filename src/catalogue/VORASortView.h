@@ -1,11 +1,11 @@
 #pragma once
 
+#include "catalogue/VORASortButton.h"
 #include "net/VORAHttpBaseWebServiceDelegate.h"
 
 #include <QObject>
 #include <QString>
 #include <QTimer>
-#include <QVariantList>
 
 #include <functional>
 
@@ -40,10 +40,10 @@ class VORASortView : public QObject, public VORAHttpBaseWebServiceDelegate
     Q_PROPERTY(int comicTotal READ comicTotal NOTIFY tableChanged)
     Q_PROPERTY(bool hasFooter READ hasFooter NOTIFY tableChanged)
     Q_PROPERTY(int openMenu READ openMenu NOTIFY openMenuChanged)
-    Q_PROPERTY(QVariantList themeButtons READ themeButtons CONSTANT)
-    Q_PROPERTY(QVariantList serialButtons READ serialButtons CONSTANT)
-    Q_PROPERTY(QVariantList sortButtons READ sortButtons CONSTANT)
-    Q_PROPERTY(QVariantList menuButtons READ menuButtons CONSTANT)
+    Q_PROPERTY(QList<VORASortButton> themeButtons READ themeButtons CONSTANT)
+    Q_PROPERTY(QList<VORASortButton> serialButtons READ serialButtons CONSTANT)
+    Q_PROPERTY(QList<VORASortButton> sortButtons READ sortButtons CONSTANT)
+    Q_PROPERTY(QList<VORASortButton> menuButtons READ menuButtons CONSTANT)
     Q_PROPERTY(bool loadingPanel READ loadingPanel NOTIFY loadingPanelChanged)
     Q_PROPERTY(QString loadingText READ loadingText CONSTANT)
     Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
@@ -89,10 +89,10 @@ public:
     int comicTotal() const { return int(m_comicTotal); }
     bool hasFooter() const { return m_hasFooter; }
     int openMenu() const { return m_openMenu; }
-    QVariantList themeButtons() const;
-    QVariantList serialButtons() const;
-    QVariantList sortButtons() const;
-    QVariantList menuButtons() const;
+    QList<VORASortButton> themeButtons() const;
+    QList<VORASortButton> serialButtons() const;
+    QList<VORASortButton> sortButtons() const;
+    QList<VORASortButton> menuButtons() const;
     bool loadingPanel() const { return m_loadingPanel; }
     QString loadingText() const { return QStringLiteral("加载中..."); }
     bool isLoading() const { return m_loading; }

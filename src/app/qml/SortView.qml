@@ -82,7 +82,7 @@ Rectangle {
                 model: view.sort ? view.sort.menuButtons : []
                 delegate: Rectangle {
                     id: menuButton
-                    required property var modelData
+                    required property sortButton modelData
                     objectName: "menu" + modelData.tag
                     readonly property bool open: view.sort && view.sort.openMenu === menuButton.modelData.tag
                     width: 76; height: 34
@@ -244,11 +244,7 @@ Rectangle {
     Rectangle {
         id: menu
         objectName: "filterMenu"
-        readonly property var buttons: !view.sort ? []
-                                       : view.sort.openMenu === 116 ? view.sort.themeButtons
-                                       : view.sort.openMenu === 117 ? view.sort.serialButtons
-                                       : view.sort.openMenu === 115 ? view.sort.sortButtons : []
-        visible: buttons.length > 0
+        visible: filters.count > 0
         anchors.top: head.bottom
         anchors.left: parent.left
         anchors.right: parent.right
@@ -266,10 +262,14 @@ Rectangle {
             width: parent.width - 44
             spacing: Theme.spacing
             Repeater {
-                model: menu.buttons
+                id: filters
+                model: !view.sort ? []
+                       : view.sort.openMenu === 116 ? view.sort.themeButtons
+                       : view.sort.openMenu === 117 ? view.sort.serialButtons
+                       : view.sort.openMenu === 115 ? view.sort.sortButtons : []
                 delegate: Rectangle {
                     id: filterButton
-                    required property var modelData
+                    required property sortButton modelData
                     objectName: "filter" + modelData.tag
                     readonly property bool current: view.sort && view.sort.btnInt === filterButton.modelData.tag
                     width: Math.max(88, label.implicitWidth + 32)

@@ -295,7 +295,7 @@ QString VORARootViewController::badgeText(qint64 count)
 
 void VORARootViewController::downloadUpdate(const Notification &n)
 {
-    const QString text = n.userInfo.value(QStringLiteral("DownloadCount")).toString().trimmed();
+    const QString text = n.userInfo.value(QString::fromLatin1(VORANotificationNames::downloadCount)).toString().trimmed();
     bool ok = false;
     const qint64 count = text.toLongLong(&ok);
     if (!ok || count <= 0) {

@@ -29,6 +29,25 @@ inline constexpr char buyVIPorCoinSuccess[] = "BuyVIPorCoinSuccess";
 inline constexpr char recommentInvalidateNSTimer[] = "RecommentInvalidateNSTimer";
 inline constexpr char recommentIsValueNSTimer[] = "RecommentIsValueNSTimer";
 
+// The download manager's progress (sender: the manager). The lists hear
+// DownloadUpdate/Finish/Fail; the comic detail page and the download detail
+// hear their own pair only while they are shown.
+inline constexpr char downloadUpdate[] = "DownloadUpdateNotification";
+inline constexpr char downloadFinish[] = "DownloadFinishNotification";
+inline constexpr char downloadFail[] = "DownloadFailNotification";
+inline constexpr char comicHomePageViewUpdate[] = "ComicHomePageViewUpdateNotification";
+inline constexpr char comicHomePageViewFail[] = "ComicHomePageViewFailNotification";
+inline constexpr char downloadDetailUpdate[] = "DownloadDetailUpdateNotification";
+inline constexpr char downloadDetailFinish[] = "DownloadDetailFinishNotification";
+inline constexpr char downloadDetailFail[] = "DownloadDetailFailNotification";
+// Their userInfo keys, and the values of downloadUpdateType.
+inline constexpr char downloadCount[] = "DownloadCount"; // queue length, decimal text
+inline constexpr char downloadUpdateComicId[] = "DownloadUpdateComicId";
+inline constexpr char downloadUpdateChapterId[] = "DownloadUpdateChapterId";
+inline constexpr char downloadUpdateType[] = "DownloadUpdateType";
+inline constexpr char downloadTypePage[] = "DownloadUpdateTypeDownloadPage";
+inline constexpr char downloadTypeTucao[] = "DownloadUpdateTypeDownloadTucao";
+
 // Requests to the app shell (no screen in the core).
 inline constexpr char uiNoticeRequest[] = "VORAUiNoticeRequest";
 inline constexpr char uiLoadingRequest[] = "VORAUiLoadingRequest";

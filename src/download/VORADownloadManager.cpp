@@ -1,7 +1,7 @@
 #include "download/VORADownloadManager.h"
 
 #include "download/DownloadLog.h"
-#include "download/VORADownloadNotificationNames.h"
+#include "core/VORANotificationNames.h"
 #include "download/VORADownloadPageTask.h"
 #include "download/VORADownloadTucaoTask.h"
 #include "download/VORAGetDownloadTask.h"
@@ -14,19 +14,19 @@
 #include <QCoreApplication>
 #include <QSet>
 
-namespace names = VORADownloadNotificationNames;
+namespace names = VORANotificationNames;
 
 namespace {
 QVariantMap chapterInfo(const VORADownloadChapterInfoDTO &chapter)
 {
-    return {{QString::fromLatin1(names::updateComicId), chapter.comicId},
-            {QString::fromLatin1(names::updateChapterId), chapter.chapterId}};
+    return {{QString::fromLatin1(names::downloadUpdateComicId), chapter.comicId},
+            {QString::fromLatin1(names::downloadUpdateChapterId), chapter.chapterId}};
 }
 
 QVariantMap chapterInfo(const VORADownloadChapterInfoDTO &chapter, const char *type)
 {
     QVariantMap info = chapterInfo(chapter);
-    info.insert(QString::fromLatin1(names::updateType), QString::fromLatin1(type));
+    info.insert(QString::fromLatin1(names::downloadUpdateType), QString::fromLatin1(type));
     return info;
 }
 } // namespace
@@ -167,7 +167,7 @@ void VORADownloadManager::getDownloadTaskFail(const VORADownloadChapterInfoDTO &
 
 void VORADownloadManager::downloadPageTaskFinish(const VORADownloadChapterInfoDTO &chapter)
 {
-    postFileUpdate(chapter, names::typeDownloadPage);
+    postFileUpdate(chapter, names::downloadTypePage);
 }
 
 void VORADownloadManager::downloadPageTaskFail(const VORADownloadChapterInfoDTO &chapter)
@@ -177,7 +177,7 @@ void VORADownloadManager::downloadPageTaskFail(const VORADownloadChapterInfoDTO 
 
 void VORADownloadManager::downloadTucaoTaskFinish(const VORADownloadChapterInfoDTO &chapter)
 {
-    postFileUpdate(chapter, names::typeDownloadTucao);
+    postFileUpdate(chapter, names::downloadTypeTucao);
 }
 
 void VORADownloadManager::downloadTucaoTaskFail(const VORADownloadChapterInfoDTO &chapter)
@@ -235,7 +235,7 @@ void VORADownloadManager::endChapter(const VORADownloadChapterInfoDTO &chapter, 
     case Ending::PreparationFailed:
     case Ending::PageFailed: {
         const QVariantMap info =
-            ending == Ending::PageFailed ? chapterInfo(chapter, names::typeDownloadPage) : chapterInfo(chapter);
+            ending == Ending::PageFailed ? chapterInfo(chapter, names::downloadTypePage) : chapterInfo(chapter);
         post(names::downloadFail, info);
         if (shown.comicHomePage)
             post(names::comicHomePageViewFail, info);
@@ -244,7 +244,7 @@ void VORADownloadManager::endChapter(const VORADownloadChapterInfoDTO &chapter, 
         break;
     }
     case Ending::TucaoFailed:
-        post(names::downloadFail, chapterInfo(chapter, names::typeDownloadTucao));
+        post(names::downloadFail, chapterInfo(chapter, names::downloadTypeTucao));
         break;
     }
     postDownloadCountChangeNotification();

@@ -61,6 +61,16 @@ const SiteCatalogue::Chapter *SiteCatalogue::Comic::lastReleased() const
     return best;
 }
 
+const SiteCatalogue::Chapter *SiteCatalogue::Comic::latestOutAt(qint64 now) const
+{
+    const Chapter *last = nullptr;
+    for (const Chapter &ch : chapters) {
+        if (ch.effectivePassTime() <= now && (!last || ch.effectivePassTime() >= last->effectivePassTime()))
+            last = &ch;
+    }
+    return last;
+}
+
 SiteCatalogue::SiteCatalogue(quint32 seed, qint64 anchor, int longChapterPages)
     : m_seed(seed), m_longChapterPages(qBound(1, longChapterPages, 2000)), m_anchor(anchor)
 {

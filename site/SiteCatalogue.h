@@ -59,6 +59,11 @@ public:
         int baseFavourites = 0;
         QList<Chapter> chapters;
         const Chapter *lastReleased() const;
+        // The newest chapter out at `now` (passed, or released with a null pass
+        // time), none before the first. lastUpdateTime is its time at the anchor;
+        // what the reader is told about updates follows the clock, so a sealed
+        // chapter that passes after the anchor is news to his shelf.
+        const Chapter *latestOutAt(qint64 now) const;
     };
     struct Slide
     {

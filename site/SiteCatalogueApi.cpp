@@ -195,11 +195,7 @@ SiteHttpResponse SiteCatalogueApi::comic(const SiteHttpRequest &r)
         return SiteContext::phpRefusal(QStringLiteral("漫画不存在"));
     const auto user = m_ctx.currentUser(r);
     const qint64 now = SiteContext::now();
-    const SiteCatalogue::Chapter *last = nullptr;
-    for (const SiteCatalogue::Chapter &ch : c->chapters) {
-        if (ch.effectivePassTime() <= now && (!last || ch.effectivePassTime() >= last->effectivePassTime()))
-            last = &ch;
-    }
+    const SiteCatalogue::Chapter *last = c->latestOutAt(now);
     QJsonObject comic{
         {"comic_id", QString::number(c->id)},
         {"name", c->name},
@@ -220,7 +216,7 @@ SiteHttpResponse SiteCatalogueApi::comic(const SiteHttpRequest &r)
         {"accredit", accreditText(c->accredit)},
         {"last_update_chapter_id", last ? QString::number(last->id) : QString()},
         {"last_update_chapter_name", last ? last->name : QString()},
-        {"last_update_time", c->lastUpdateTime},
+        {"last_update_time", last ? last->effectivePassTime() : 0},
         {"thread", QJsonObject{{"thread_id", QString::number(c->threadId)}, {"name", c->name}}},
     };
     QSet<qint64> bought;
@@ -270,6 +266,7 @@ SiteHttpResponse SiteCatalogueApi::checkUpdate(const SiteHttpRequest &r)
         return SiteContext::phpRefusal(QStringLiteral("缺少参数 post_data"));
     const QString text = r.param(QStringLiteral("post_data"));
     QJsonArray data;
+    const qint64 now = SiteContext::now();
     const QStringList records = text.split(QStringLiteral("||"), Qt::SkipEmptyParts);
     if (records.size() > 2000)
         return SiteContext::phpRefusal(QStringLiteral("书架上的漫画太多了"));
@@ -279,20 +276,16 @@ SiteHttpResponse SiteCatalogueApi::checkUpdate(const SiteHttpRequest &r)
         if (parts.size() != 2 || !SiteContext::readId(parts.at(0), &id) || !SiteContext::readId(parts.at(1), &time))
             return SiteContext::phpRefusal(QStringLiteral("数据格式错误：%1").arg(record.left(40)));
         const SiteCatalogue::Comic *c = m_ctx.catalogue.comic(id);
-        if (!c || c->lastUpdateTime <= time)
+        const SiteCatalogue::Chapter *last = c ? c->latestOutAt(now) : nullptr;
+        if (!last || last->effectivePassTime() <= time)
             continue;
-        const SiteCatalogue::Chapter *last = nullptr;
-        for (const SiteCatalogue::Chapter &ch : c->chapters) {
-            if (ch.effectivePassTime() == c->lastUpdateTime)
-                last = &ch;
-        }
         data.append(QJsonObject{
             {"comic_id", QString::number(c->id)},
             {"name", c->name},
             {"cover", m_ctx.coverUrl(r, c->id)},
-            {"last_update_time", c->lastUpdateTime},
-            {"last_update_chapter_id", last ? QString::number(last->id) : QString()},
-            {"last_update_chapter_name", last ? last->name : QString()},
+            {"last_update_time", last->effectivePassTime()},
+            {"last_update_chapter_id", QString::number(last->id)},
+            {"last_update_chapter_name", last->name},
         });
     }
     return SiteContext::php(QJsonObject{{"data", data}});
@@ -305,18 +298,15 @@ QJsonObject SiteCatalogueApi::shelfItem(const SiteCatalogue::Comic &c, qint64 us
                                       " page_index DESC LIMIT 1",
                                       {userId, c.id});
     const SiteCatalogue::Chapter *readChapter = read.isEmpty() ? nullptr : m_ctx.catalogue.chapter(read.first().at(0).toLongLong());
-    const SiteCatalogue::Chapter *last = nullptr;
-    for (const SiteCatalogue::Chapter &ch : c.chapters) {
-        if (ch.effectivePassTime() == c.lastUpdateTime)
-            last = &ch;
-    }
-    const int sort = c.lastUpdateTime > addTime ? 2 : (readChapter ? 0 : 1);
+    const SiteCatalogue::Chapter *last = c.latestOutAt(SiteContext::now());
+    const qint64 lastUpdateTime = last ? last->effectivePassTime() : 0;
+    const int sort = lastUpdateTime > addTime ? 2 : (readChapter ? 0 : 1);
     return QJsonObject{
         {"comic_id", QString::number(c.id)},
         {"name", c.name},
         {"cover", m_ctx.coverUrl(r, c.id)},
         {"first_letter", c.firstLetter},
-        {"last_update_time", c.lastUpdateTime},
+        {"last_update_time", lastUpdateTime},
         {"last_update_chapter_id", last ? QString::number(last->id) : QString()},
         {"last_update_chapter_name", last ? last->name : QString()},
         {"last_read_chapter_id", readChapter ? QString::number(readChapter->id) : QString()},

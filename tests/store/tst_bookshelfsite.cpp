@@ -6,6 +6,8 @@
 
 #include "QuorinSite.h"
 #include "QuorinSiteFaults.h"
+#include "SiteCatalogue.h"
+#include "SiteDatabase.h"
 #include "account/VORAAccountFiller.h"
 
 #include "core/VORAAppGlobalData.h"
@@ -22,6 +24,7 @@
 #include <QTest>
 #include <QUrlQuery>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -71,11 +74,24 @@ private:
     std::unique_ptr<QuorinSite> m_site;
     VORABookShelfManager *m_manager = nullptr;
     VORAAppGlobalData *m_global = nullptr;
+    qint64 m_anchor = 0; // when the site's catalogue was made
 };
 
 void TestBookshelfSite::initTestCase()
 {
-    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions{m_home.filePath("site"), 1, false});
+    // The site's catalogue was made three days ago, so the chapters it had
+    // due after that (the sealed comics' newest) are out by now.
+    const QString siteDir = m_home.filePath("site");
+    m_anchor = QDateTime::currentSecsSinceEpoch() / 3600 * 3600 - 3 * SiteCatalogue::kDay;
+    {
+        QuorinSite made(QuorinSiteOptions{siteDir, 1, false});
+    }
+    {
+        SiteDatabase db;
+        QVERIFY(db.open(siteDir + "/quorin-site-s1.sqlite"));
+        QVERIFY(db.run("UPDATE meta SET value=? WHERE name='anchor'", {QString::number(m_anchor)}));
+    }
+    m_site = std::make_unique<QuorinSite>(QuorinSiteOptions{siteDir, 1, false});
     QVERIFY(m_site->listen() != 0);
     qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
     qputenv("QUORIN_PAY_BASE", m_site->baseUrl().toString().toUtf8());
@@ -133,8 +149,15 @@ void TestBookshelfSite::emptyShelfCheckStillMovesTheTime()
 
 void TestBookshelfSite::updateCheckMarksUpdatedComics()
 {
+    // A sealed comic added when the catalogue was made: its newest chapter has come out since.
+    const SiteCatalogue catalogue(1, m_anchor, 60);
+    const auto sealed = std::find_if(catalogue.comics().cbegin(), catalogue.comics().cend(),
+                                     [](const SiteCatalogue::Comic &c) { return c.isVip == 3; });
+    QVERIFY(sealed != catalogue.comics().cend());
+    const QString sealedId = QString::number(sealed->id);
     const qint64 future = QDateTime::currentSecsSinceEpoch() + 10 * 365 * 86400;
-    m_manager->addBookshelfList({entry("10001", 1000), entry("10002", future), entry("999999", 1000)});
+    m_manager->addBookshelfList({entry("10001", 1000), entry("10002", future), entry("999999", 1000),
+                                 entry(sealedId, sealed->lastUpdateTime)});
     const QDateTime before = QDateTime::currentDateTimeUtc().addDays(-2);
     m_global->appStatus()->setBookshelfUpdateTime(before);
 
@@ -145,14 +168,18 @@ void TestBookshelfSite::updateCheckMarksUpdatedComics()
     waitForCheck(true);
 
     const QString postData = formField(m_site->lastRequest("ios/pad/check_update.php").body, "post_data");
-    QCOMPARE(postData, QStringLiteral("10001|1000||10002|%1||999999|1000||").arg(future));
+    QCOMPARE(postData, QStringLiteral("10001|1000||10002|%1||999999|1000||%2|%3||")
+                           .arg(future).arg(sealedId).arg(sealed->lastUpdateTime));
 
     const auto updated = m_manager->getBookshelfWithComicId("10001");
     QVERIFY(updated->isHasUpdate);
     QVERIFY(!updated->latestUpdateChapterId.isEmpty());
     QVERIFY(!m_manager->getBookshelfWithComicId("10002")->isHasUpdate);
     QVERIFY(!m_manager->getBookshelfWithComicId("999999")->isHasUpdate);
-    QCOMPARE(m_manager->latestCount(), 1);
+    const auto passed = m_manager->getBookshelfWithComicId(sealedId);
+    QVERIFY(passed->isHasUpdate);
+    QCOMPARE(passed->latestUpdateChapterId, QString::number(sealed->chapters.constLast().id));
+    QCOMPARE(m_manager->latestCount(), 2);
     QCOMPARE(counted, 1);
 
     // Written through to the store, and the status saved.

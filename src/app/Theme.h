@@ -44,6 +44,11 @@ class Theme : public QObject
     Q_PROPERTY(QColor accentOnDarkSoft MEMBER m_accentOnDarkSoft NOTIFY changed)
     Q_PROPERTY(QColor highlight MEMBER m_highlight NOTIFY changed)
     Q_PROPERTY(QColor danger MEMBER m_danger NOTIFY changed)
+    // Count badges on the main buttons: a ring keeps them apart from any skin's bar and accent
+    Q_PROPERTY(QColor badgeBackground MEMBER m_badgeBackground NOTIFY changed)
+    Q_PROPERTY(QColor badgeText MEMBER m_badgeText NOTIFY changed)
+    Q_PROPERTY(QColor badgeRing MEMBER m_badgeRing NOTIFY changed)
+    Q_PROPERTY(int badgeSize MEMBER m_badgeSize NOTIFY changed)
     Q_PROPERTY(QColor dangerPressed MEMBER m_dangerPressed NOTIFY changed)
     // Surfaces
     Q_PROPERTY(QColor windowBackground MEMBER m_windowBackground NOTIFY changed)
@@ -153,6 +158,10 @@ private:
     QColor m_highlight{"#FFD180"};
     QColor m_danger{"#E53935"};
     QColor m_dangerPressed{"#C62828"};
+    QColor m_badgeBackground{"#D32F2F"};
+    QColor m_badgeText{"white"};
+    QColor m_badgeRing{"white"};
+    int m_badgeSize = 22;
     // Surfaces
     QColor m_windowBackground{"#FFF3E6"};
     QColor m_surface{"#FFFCF8"};

@@ -1,6 +1,7 @@
 #include "VORARootViewController.h"
 
 #include "AppLog.h"
+#include "VORAGengXinView.h"
 #include "VORASettingView.h"
 #include "WelcomeViewController.h"
 #include "account/VORAPayViewController.h"
@@ -27,10 +28,12 @@ VORARootViewController::VORARootViewController(bool landscape, QObject *parent)
     : QObject(parent)
     , m_bookMarkView(new VORABookMarkView(this))
     , m_recendReadView(new VORARecendRead(this))
+    , m_gengXinView(new VORAGengXinView(this))
     , m_landscape(landscape)
 {
     connect(m_bookMarkView, &ReadingPlaceScreen::readRequested, this, &VORARootViewController::openReader);
     connect(m_recendReadView, &ReadingPlaceScreen::readRequested, this, &VORARootViewController::openReader);
+    connect(m_gengXinView, &VORAGengXinView::openComicRequested, this, &VORARootViewController::openComicDetail);
     auto &center = NotificationCenter::defaultCenter();
     center.addObserver(this, QString::fromLatin1(VORANotificationNames::downloadCountChange),
                        [this](const Notification &n) { downloadUpdate(n); });
@@ -256,6 +259,8 @@ void VORARootViewController::removeComicDetailAndDownloadDeitail()
     m_comicDetail.clear();
     emit comicDetailChanged();
     fatherToucuOutView();
+    // The page may have added or removed a shelf comic: the badge and the shelf follow.
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(VORANotificationNames::bookshelfLatestCountChange));
 }
 
 void VORARootViewController::closeSettingView()
@@ -311,32 +316,38 @@ void VORARootViewController::downloadUpdate(const Notification &n)
     emit badgesChanged();
 }
 
-int VORARootViewController::getBookshelfUpdateArray() const
+QList<BookshelfPtr> VORARootViewController::getBookshelfUpdateArray() const
 {
-    VORADatabaseManager db;
-    int count = 0;
-    for (const BookshelfPtr &record : db.getAllBookshelf()) {
+    QList<BookshelfPtr> updated;
+    for (const BookshelfPtr &record : VORADatabaseManager().getAllBookshelf()) {
         if (record && record->isHasUpdate())
-            ++count;
+            updated.append(record);
     }
-    return count;
+    return updated;
 }
 
 void VORARootViewController::bookshelfUpdate()
 {
     if (m_bookshelfView)
         m_bookshelfView->updateView();
-    const int count = getBookshelfUpdateArray();
-    if (count == 0) {
+    const QList<BookshelfPtr> updated = getBookshelfUpdateArray();
+    const qint64 count = updated.size();
+    if (count > 0 && !VORAUserConfig::shareUserConfigInstance()->isNotifyUpdate()) {
+        // Updates are not to be shown: the badge goes, the panel keeps what it had.
         m_bookshelfBadgeVisible = false;
-        m_bookshelfBadge.clear();
-    } else if (VORAUserConfig::shareUserConfigInstance()->isNotifyUpdate()) {
-        m_bookshelfBadgeVisible = true;
-        m_bookshelfBadge = badgeText(count);
-    } else {
-        m_bookshelfBadgeVisible = false;
+        emit badgesChanged();
+        m_gengXinView->closePanel();
+        return;
     }
+    m_bookshelfBadgeVisible = count > 0;
+    m_bookshelfBadge = count > 0 ? badgeText(count) : QString();
     emit badgesChanged();
+    rightGengXinEvaluate(updated);
+}
+
+void VORARootViewController::rightGengXinEvaluate(const QList<BookshelfPtr> &updated)
+{
+    m_gengXinView->setUpdatedRecords(updated);
 }
 
 void VORARootViewController::showHomePage()

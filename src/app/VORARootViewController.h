@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/Bookshelf.h"
+
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 #include <QPointer>
@@ -9,6 +11,7 @@
 class VORABookMarkView;
 class VORABoolshelf;
 class VORAComicHomePageView;
+class VORAGengXinView;
 class VORAPayViewController;
 class VORAWalletHistoryModel;
 class VORAReadHomePageViewController;
@@ -21,6 +24,7 @@ class VORAUserViewController;
 class WelcomeViewController;
 struct Notification;
 
+Q_MOC_INCLUDE("VORAGengXinView.h")
 Q_MOC_INCLUDE("VORASettingView.h")
 Q_MOC_INCLUDE("WelcomeViewController.h")
 Q_MOC_INCLUDE("account/VORAPayViewController.h")
@@ -72,6 +76,8 @@ class VORARootViewController : public QObject
     Q_PROPERTY(bool downloadBadgeVisible READ downloadBadgeVisible NOTIFY badgesChanged)
     Q_PROPERTY(QString bookshelfBadge READ bookshelfBadge NOTIFY badgesChanged)
     Q_PROPERTY(bool bookshelfBadgeVisible READ bookshelfBadgeVisible NOTIFY badgesChanged)
+    // The side panel of updated comics, opened from the bookshelf badge.
+    Q_PROPERTY(VORAGengXinView *gengXinView READ gengXinView CONSTANT)
     Q_PROPERTY(WelcomeViewController *welcomeView READ welcomeView NOTIFY welcomeChanged)
     Q_PROPERTY(bool landscape READ isLandscape NOTIFY orientationChanged)
     Q_PROPERTY(QVariantMap comicDetail READ comicDetail NOTIFY comicDetailChanged)
@@ -115,6 +121,7 @@ public:
     bool downloadBadgeVisible() const { return m_downloadBadgeVisible; }
     QString bookshelfBadge() const { return m_bookshelfBadge; }
     bool bookshelfBadgeVisible() const { return m_bookshelfBadgeVisible; }
+    VORAGengXinView *gengXinView() const { return m_gengXinView; }
     WelcomeViewController *welcomeView() const { return m_welcomeView; }
     bool isLandscape() const { return m_landscape; }
     QVariantMap comicDetail() const { return m_comicDetail; }
@@ -153,7 +160,10 @@ public:
     Q_INVOKABLE void requestSignIn();
     void downloadUpdate(const Notification &n);
     void bookshelfUpdate();
-    int getBookshelfUpdateArray() const;
+    // The shelf records marked updated, in store order.
+    QList<BookshelfPtr> getBookshelfUpdateArray() const;
+    // Hands the updated records to the side panel.
+    void rightGengXinEvaluate(const QList<BookshelfPtr> &updated);
     void showHomePage();
     Q_INVOKABLE void updateBackground(const QString &name);
     // The window's size decides the orientation: taller than wide is portrait.
@@ -231,6 +241,7 @@ private:
     bool m_downloadBadgeVisible = false;
     QString m_bookshelfBadge;
     bool m_bookshelfBadgeVisible = false;
+    VORAGengXinView *m_gengXinView = nullptr;
     bool m_landscape = true;
     bool m_isRefurbish = false;
     QVariantMap m_comicDetail;

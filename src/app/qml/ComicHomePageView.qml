@@ -137,21 +137,14 @@ Rectangle {
                         onClicked: page.home.readComicBtnClick()
                     }
                 }
-                Rectangle {
+                // The page names the picture: on the shelf or not, pressed or not.
+                Image {
                     objectName: "bookshelfButton"
                     width: 120; height: 46
-                    radius: 23
-                    color: shelfArea.pressed ? Theme.accentSoft : Theme.card
-                    border.color: Theme.accent
-                    border.width: 2
-                    Text {
-                        anchors.centerIn: parent
-                        text: page.home && page.home.inBookshelf ? "已在书架" : "加入书架"
-                        color: Theme.accentText
-                        font.family: page.fontFamily
-                        font.pixelSize: Theme.fontLarge
-                        font.bold: true
-                    }
+                    source: page.home ? "image://quorin/art/" + (shelfArea.pressed ? page.home.bookshelfButtonPressedImage
+                                                                                   : page.home.bookshelfButtonImage)
+                                      : ""
+                    sourceSize: Qt.size(240, 92)
                     MouseArea {
                         id: shelfArea
                         anchors.fill: parent

@@ -109,6 +109,14 @@ Window {
         visible: detail.tag === 300000 && !window.readerShown
     }
 
+    GengXinPanel {
+        objectName: "gengXinView"
+        anchors.fill: parent
+        gengXin: window.rootController.gengXinView
+        fontFamily: window.fontFamily
+        visible: !window.readerShown
+    }
+
     Rectangle {
         id: dimming
         objectName: "dimming777777"

@@ -104,6 +104,41 @@ Rectangle {
                         anchors.fill: parent
                         onClicked: rail.rootController.switchView(button.modelData.tag)
                     }
+                    // The count of the button's screen: shelf updates on the
+                    // bookshelf (a tap on it opens the updated comics), downloads
+                    // on the downloads button.
+                    Rectangle {
+                        id: badge
+                        objectName: "badge" + button.modelData.tag
+                        readonly property string count: button.modelData.tag === 105 && rail.rootController.bookshelfBadgeVisible
+                                                        ? rail.rootController.bookshelfBadge
+                                                        : (button.modelData.tag === 106 && rail.rootController.downloadBadgeVisible
+                                                           ? rail.rootController.downloadBadge : "")
+                        visible: count !== ""
+                        height: Theme.badgeSize
+                        width: Math.max(height, label.implicitWidth + 10)
+                        radius: height / 2
+                        x: parent.width - width + 2
+                        y: 2
+                        color: Theme.badgeBackground
+                        border.color: Theme.badgeRing
+                        border.width: 2
+                        Text {
+                            id: label
+                            anchors.centerIn: parent
+                            text: badge.count
+                            color: Theme.badgeText
+                            font.family: rail.fontFamily
+                            font.pixelSize: Theme.fontCaption
+                            font.bold: true
+                        }
+                        MouseArea {
+                            anchors.fill: parent
+                            anchors.margins: -6
+                            enabled: button.modelData.tag === 105
+                            onClicked: rail.rootController.gengXinView.openPanel()
+                        }
+                    }
                 }
             }
         }

@@ -144,7 +144,8 @@ Rectangle {
                     source: page.home ? "image://quorin/art/" + (shelfArea.pressed ? page.home.bookshelfButtonPressedImage
                                                                                    : page.home.bookshelfButtonImage)
                                       : ""
-                    sourceSize: Qt.size(240, 92)
+                    sourceSize.width: 240
+                    sourceSize.height: 92
                     MouseArea {
                         id: shelfArea
                         anchors.fill: parent

@@ -5,7 +5,7 @@ import Quorin
 
 // The side panel of updated comics: slides in from the right over the shell
 // when the bookshelf badge is tapped; a row opens the comic's detail page, a
-// tap beside the panel or on "关闭" closes it.
+// tap beside the panel or on "关闭" closes it (at once: no slide out).
 Item {
     id: root
     property VORAGengXinView gengXin
@@ -25,6 +25,8 @@ Item {
         width: Math.min(380, root.width - 40)
         height: root.height
         x: root.open ? root.width - width : root.width
+        // Shown only while open: closed, nothing of it takes a click.
+        visible: root.open
         color: Theme.surface
         Behavior on x { NumberAnimation { duration: 300; easing.type: Easing.OutCubic } }
         Rectangle { width: 1; height: parent.height; color: Theme.surfaceBorder }

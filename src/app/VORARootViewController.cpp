@@ -94,9 +94,7 @@ void VORARootViewController::switchView(int tag)
 {
     if (tag == 109) {
         VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-        global->user()->setUserViewJumpType(0);
-        global->user()->setUserViewJumpIsTopupType(2);
-        global->saveUser();
+        global->setUserViewJump(0, 2);
     } else if (tag == 108 || tag == 110) {
         // Settings and skins open over whatever detail overlay is showing.
         btnSwitchView(tag);
@@ -182,9 +180,7 @@ void VORARootViewController::btnSwitchView(int tag)
         }
         // Signed out: the panel signs the reader in first, then its jump opens
         // the payment screen of the button (0 membership, 1 coins).
-        global->user()->setUserViewJumpType(0);
-        global->user()->setUserViewJumpIsTopupType(tag == 111 ? 0 : 1);
-        global->saveUser();
+        global->setUserViewJump(0, tag == 111 ? 0 : 1);
         btnSwitchView(109);
     }
 }

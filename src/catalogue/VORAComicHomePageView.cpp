@@ -445,9 +445,7 @@ void VORAComicHomePageView::readComicBtnClick()
 void VORAComicHomePageView::sendToSignIn()
 {
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    global->user()->setUserViewJumpType(1);
-    global->user()->setUserViewJumpIsTopupType(2);
-    global->saveUser();
+    global->setUserViewJump(1, 2);
     m_addBookshelfAfterSignIn = false;
     emit signInRequested();
 }

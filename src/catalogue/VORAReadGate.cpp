@@ -59,10 +59,7 @@ bool VORAReadGate::apply(const VORAChapterInfoDTO &chapter, const VORAComicInfoD
         return true;
     case Outcome::SignIn: {
         qCInfo(lcCatalogue) << "chapter" << chapter.chapterId << "needs a signed-in user";
-        VORAUser *user = global->user();
-        user->setUserViewJumpType(1);
-        user->setUserViewJumpIsTopupType(2);
-        global->saveUser();
+        global->setUserViewJump(1, 2);
         // The partner microblog kit is not part of this build, so there is no
         // microblog sign-in to prefer here.
         if (showSignIn)

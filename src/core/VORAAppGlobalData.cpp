@@ -113,6 +113,13 @@ bool VORAAppGlobalData::saveUser()
                               m_user.encodeWithCoder(), /*ownerOnly=*/true);
 }
 
+void VORAAppGlobalData::setUserViewJump(int jumpType, int topupType)
+{
+    m_user.setUserViewJumpType(jumpType);
+    m_user.setUserViewJumpIsTopupType(topupType);
+    saveUser();
+}
+
 std::optional<VORAUser> VORAAppGlobalData::loadUser() const
 {
     const QCborValue v = KeyedArchive::load(userDataFile(VORAArchiveNames::userFile),

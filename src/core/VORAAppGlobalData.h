@@ -46,6 +46,12 @@ public:
 
     // Files under VORAUtility::getUserDataDirectory(); "User.txt" is mode 0600.
     bool saveUser();
+    // Where the user panel goes after its next sign-in, saved at once:
+    // `jumpType` 0 stays on the panel, 1 closes it back to the screen that
+    // asked; `topupType` 0 opens the membership top-up, 1 the coins, 2 none.
+    // A screen sending the reader to sign in says this first: a user who never
+    // opened the panel holds the record's initial 0 (the membership top-up).
+    void setUserViewJump(int jumpType, int topupType);
     std::optional<VORAUser> loadUser() const;
     bool saveAppStatus();
     std::optional<VORAAppStatus> loadAppStatus() const;

@@ -111,7 +111,9 @@ void VORABoolshelf::alertView(int tag, int buttonIndex)
     if (tag != synchronizeAlertTag || buttonIndex != 0)
         return;
     // Signed out meanwhile, or never signed in: the sign-in comes first.
-    if (!VORAAppGlobalData::shareAppGlobalData()->user()->isLogin()) {
+    VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
+    if (!global->user()->isLogin()) {
+        global->setUserViewJump(1, 2); // back to the shelf, no top-up
         emit signInRequested();
         return;
     }

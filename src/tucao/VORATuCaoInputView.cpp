@@ -37,12 +37,7 @@ bool VORATuCaoInputView::popUpTucaoInputView()
 {
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
     if (!global->user()->isLogin()) {
-        global->user()->setUserViewJumpType(1);
-        // Back to the page after sign-in, never on to a top-up page: a user
-        // who never opened the panel still holds the record's initial 0,
-        // which the panel reads as "open the membership top-up".
-        global->user()->setUserViewJumpIsTopupType(2);
-        global->saveUser();
+        global->setUserViewJump(1, 2); // back to the page, no top-up
         emit signInRequested();
         return false;
     }

@@ -70,8 +70,11 @@ void TestBookshelfScreen::signedOutSynchronisationAsksToSignIn()
     QTRY_VERIFY(app.item(QStringLiteral("shelfEmpty")));
     QVERIFY(app.click(QStringLiteral("shelfSync")));
     QTRY_COMPARE(app.layer->alertMessages().value(0), VORABookShelfManager::confirmationMessage(false));
+    VORAAppGlobalData::shareAppGlobalData()->setUserViewJump(0, 0); // a record's initial jump
     QVERIFY(app.click(QStringLiteral("alertButton0"))); // "确定"
     QTRY_VERIFY(app.root()->userViewOpen());
+    // After the sign-in the panel goes back to the shelf, not on to a top-up.
+    QCOMPARE(VORAAppGlobalData::shareAppGlobalData()->user()->userViewJumpIsTopupType(), 2);
 }
 
 void TestBookshelfScreen::synchronisationFillsTheShelfInBothOrders()

@@ -158,7 +158,21 @@ struct VORASortViewForeign
     QML_NAMED_ELEMENT(VORASortView)
     QML_UNCREATABLE("the root controller makes the category screen")
 };
-// A button of its menus, and the lists of them it offers.
+// A keyword of the search screen's cloud, and the cloud's list of them.
+struct VORACloudButtonForeign
+{
+    Q_GADGET
+    QML_FOREIGN(VORACloudButton)
+    QML_VALUE_TYPE(cloudButton)
+};
+struct VORACloudButtonListForeign
+{
+    Q_GADGET
+    QML_FOREIGN(QList<VORACloudButton>)
+    QML_ANONYMOUS
+    QML_SEQUENTIAL_CONTAINER(VORACloudButton)
+};
+// A button of the category screen's menus, and the lists of them it offers.
 struct VORASortButtonForeign
 {
     Q_GADGET

@@ -6,28 +6,11 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QGuiApplication>
-#include <QVariantMap>
 
 VORACloudView::VORACloudView(QObject *parent)
     : QObject(parent)
     , m_random(quint32(QDateTime::currentMSecsSinceEpoch()))
 {
-}
-
-QVariantList VORACloudView::buttons() const
-{
-    QVariantList list;
-    for (const Button &b : m_buttons) {
-        list.append(QVariantMap{{QStringLiteral("tag"), b.tag},
-                                {QStringLiteral("text"), b.text},
-                                {QStringLiteral("x"), b.x},
-                                {QStringLiteral("y"), b.y},
-                                {QStringLiteral("width"), b.width},
-                                {QStringLiteral("height"), b.height},
-                                {QStringLiteral("background"), b.background},
-                                {QStringLiteral("fontSize"), b.fontSize}});
-    }
-    return list;
 }
 
 QString VORACloudView::backgroundForLook(int look)

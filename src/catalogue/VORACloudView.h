@@ -1,23 +1,22 @@
 #pragma once
 
+#include "catalogue/VORACloudButton.h"
 #include "net/VORACloudTagDTO.h"
 
 #include <QList>
 #include <QObject>
 #include <QRandomGenerator>
-#include <QVariantList>
 
 // The cloud of hot keywords on the search screen: at most 10 buttons (tags
 // 1001-1010) placed at random inside a 503-point-wide area whose height limit
 // is 950 (portrait) or 700 (landscape). A layout pass that overflows the limit
 // is thrown away and drawn again.
 //
-// buttons: one map per button: tag, text, x, y, width, height,
-// background ("cloudbackground….png"), fontSize (12-15, Helvetica).
+// buttons: the laid-out buttons (VORACloudButton).
 class VORACloudView : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QVariantList buttons READ buttons NOTIFY buttonsChanged)
+    Q_PROPERTY(QList<VORACloudButton> buttons READ buttonList NOTIFY buttonsChanged)
     Q_PROPERTY(int areaWidth READ areaWidth CONSTANT)
     Q_PROPERTY(int heightLimit READ heightLimit NOTIFY buttonsChanged)
 public:
@@ -27,21 +26,10 @@ public:
     static constexpr int maxTextWidth = 181;
     static constexpr int maxPasses = 500;
 
-    struct Button
-    {
-        int tag = 0;
-        QString text;
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
-        QString background;
-        int fontSize = 12;
-    };
+    using Button = VORACloudButton;
 
     explicit VORACloudView(QObject *parent = nullptr);
 
-    QVariantList buttons() const;
     const QList<Button> &buttonList() const { return m_buttons; }
     int areaWidth() const { return areaWidthValue; }
     int heightLimit() const { return m_landscape ? 700 : 950; }

@@ -138,7 +138,7 @@ Rectangle {
                 model: cloudArea.cloud ? cloudArea.cloud.buttons : []
                 delegate: Rectangle {
                     id: tag
-                    required property var modelData
+                    required property cloudButton modelData
                     objectName: "cloud" + modelData.tag
                     readonly property int look: modelData.fontSize - 12
                     readonly property color fill: Theme.tagFills[look]

@@ -11,12 +11,14 @@
 #include "core/VORANotificationNames.h"
 #include "platform/NotificationCenter.h"
 
+#include <QGuiApplication>
 #include <QPoint>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 #include <QSize>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <memory>
 
@@ -120,6 +122,19 @@ struct AppTestWindow
     QPoint centreOf(QQuickItem *it) const { return sceneCentre(window(), it); }
     bool click(const QString &name) const { return clickItem(window(), item(name)); }
     void tap(QPoint at) const { QTest::mouseClick(window(), Qt::LeftButton, {}, at); }
+    // Types Latin-1 text into the item with the focus.
+    void type(const QString &text) const
+    {
+        for (const QChar c : text)
+            QTest::keyClick(window(), c.toLatin1());
+    }
+    // One notch of a mouse wheel, down.
+    void wheelDown(QPoint at) const
+    {
+        QWheelEvent wheel(at, window()->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QGuiApplication::sendEvent(window(), &wheel);
+    }
     // A finger swipe across the window, in steps.
     void swipe(QPoint from, int dx, int stepMs = 16) const
     {

@@ -24,6 +24,18 @@ struct ReaderTestWindow : AppTestWindow
         return strip && !strip->property("moving").toBool()
             && qAbs(strip->property("contentX").toReal() - index * strip->width()) < 0.5;
     }
+    // The bars shown, come to rest with the tucao bar above the bottom bar.
+    bool showBars() const
+    {
+        reader()->showMenu();
+        return QTest::qWaitFor([&] {
+            QQuickItem *top = item(QStringLiteral("readerTopBar"));
+            QQuickItem *bar = item(QStringLiteral("readerTucaoMenuBar"));
+            QQuickItem *bottom = item(QStringLiteral("readerBottomBar"));
+            return top && bar && bottom && top->y() == 0 && qFuzzyCompare(bar->y() + bar->height(), bottom->y())
+                && qFuzzyCompare(bottom->y() + bottom->height(), qreal(window()->height()));
+        });
+    }
 };
 
 // The comic's chapters as the site lists them (empty when it does not answer).

@@ -14,19 +14,9 @@
 #include "catalogue/VORASearchView.h"
 #include "catalogue/VORASortView.h"
 
-#include <QGuiApplication>
 #include <QSignalSpy>
-#include <QWheelEvent>
 
 #include <memory>
-
-// One notch of a mouse wheel, down.
-static void wheelDown(QQuickWindow *window, QPoint at)
-{
-    QWheelEvent wheel(at, window->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QGuiApplication::sendEvent(window, &wheel);
-}
 
 class TestCatalogueScreens : public QObject
 {
@@ -86,7 +76,7 @@ void TestCatalogueScreens::categoryPagedToItsEnd()
     app.drag(grid, -260);
     QTRY_COMPARE_WITH_TIMEOUT(answered.count(), 2, 10000);
     const QPoint wheelAt = app.centreOf(grid);
-    QTRY_VERIFY_WITH_TIMEOUT((wheelDown(app.window(), wheelAt), answered.count() == 3), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT((app.wheelDown(wheelAt), answered.count() == 3), 20000);
     QCOMPARE(sort->textPanel(), VORASortView::endOfCategoryText);
     // The end of the category is said under the last comic, not over it.
     QTRY_COMPARE(app.item(QStringLiteral("sortFooterText"))->property("text").toString(), sort->textPanel());

@@ -18,12 +18,6 @@
 #include <utility>
 
 namespace {
-void typeText(QQuickWindow *window, const QString &text)
-{
-    for (const QChar c : text)
-        QTest::keyClick(window, c.toLatin1());
-}
-
 bool onShelf(const QString &comicId)
 {
     VORADatabaseManager db;
@@ -90,10 +84,10 @@ void TestUserPanel::signIn(const ReaderTestWindow &app, const QString &name, con
     QVERIFY(app.click(QStringLiteral("signInUserNameInput")));
     QTRY_VERIFY(app.item(QStringLiteral("signInUserNameInput"))->hasActiveFocus());
     QTest::keyClick(app.window(), Qt::Key_A, Qt::ControlModifier);
-    typeText(app.window(), name);
+    app.type(name);
     QTest::keyClick(app.window(), Qt::Key_Tab);
     QVERIFY(app.item(QStringLiteral("signInPasswordInput"))->hasActiveFocus());
-    typeText(app.window(), password);
+    app.type(password);
     if (byEnter)
         QTest::keyClick(app.window(), Qt::Key_Return);
     else
@@ -164,14 +158,7 @@ void TestUserPanel::tucaoWriteSignsInThenWrites()
     QVERIFY(app.started());
     app.root()->openReader(QStringLiteral("10001"), QString(), VORAReadComicManager::kFirstPage);
     QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
-    const auto writeClicked = [&] {
-        app.reader()->showMenu();
-        return QTest::qWaitFor([&] {
-                   QQuickItem *bar = app.item(QStringLiteral("readerTucaoMenuBar"));
-                   return bar && std::abs(bar->y() + bar->height() + 70 - app.window()->height()) < 0.5;
-               })
-            && app.click(QStringLiteral("tucaoWriteButton"));
-    };
+    const auto writeClicked = [&] { return app.showBars() && app.click(QStringLiteral("tucaoWriteButton")); };
 
     QVERIFY(writeClicked());
     QTRY_VERIFY(app.root()->userViewOpen());

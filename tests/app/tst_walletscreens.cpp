@@ -12,12 +12,10 @@
 #include "reader/VORAReadComicManager.h"
 #include "reader/VORAReadHomePageViewController.h"
 
-#include <QGuiApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QWheelEvent>
 
 namespace {
 // The address a browser is sent back to after "确认支付" on the cashier page.
@@ -38,13 +36,6 @@ QString confirmInBrowser(const QUrl &cashier)
         return QString();
     const QString path = link.captured(1).replace(QStringLiteral("&amp;"), QStringLiteral("&"));
     return QString::fromUtf8(get(cashier.resolved(QUrl(path)))->rawHeader("Location"));
-}
-
-void wheelDown(QQuickWindow *window, QPoint at)
-{
-    QWheelEvent wheel(at, window->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QGuiApplication::sendEvent(window, &wheel);
 }
 }
 
@@ -118,10 +109,10 @@ void TestWalletScreens::historyPagedToItsEnd()
         app.drag(list, -(list->height() - 80));
     QTRY_COMPARE_WITH_TIMEOUT(history->count(), 40, 10000);
     const QPoint at = app.centreOf(list);
-    QTRY_VERIFY_WITH_TIMEOUT((wheelDown(app.window(), at), history->atEnd()), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT((app.wheelDown(at), history->atEnd()), 20000);
     QQuickItem *end = app.item(QStringLiteral("walletEndText"));
     QTRY_COMPARE(end->property("text").toString(), QStringLiteral("就这么多"));
-    QTRY_VERIFY((wheelDown(app.window(), at), list->property("atYEnd").toBool()));
+    QTRY_VERIFY((app.wheelDown(at), list->property("atYEnd").toBool()));
     QQuickItem *last = app.item(QStringLiteral("walletRow44"));
     QVERIFY(last);
     QVERIFY(last->mapToScene(QPointF(0, last->height())).y() <= end->mapToScene(QPointF(0, 0)).y());

@@ -119,9 +119,8 @@ void TestReaderPanels::bookmarkPanel()
         return info.isEmpty() ? QString() : info.first()->property("text").toString();
     };
 
-    // The rows show the panel's list, 122 points a row.
+    // The rows show the panel's list.
     QTRY_VERIFY(w.item(QStringLiteral("bookmarkRow2")));
-    QCOMPARE(w.item(QStringLiteral("bookmarkRow0"))->height(), 122.0);
     QCOMPARE(infoOf(0), QStringLiteral("10001_第3话_第10页"));
     QTRY_VERIFY(w.restingAtRightEdge());
     w.shot("reader-bookmark-panel.png");
@@ -180,7 +179,6 @@ void TestReaderPanels::brightnessPanel()
     QQuickItem *slider = w.item(QStringLiteral("luminanceSlider"));
     QQuickItem *handle = w.item(QStringLiteral("luminanceHandle"));
     QVERIFY(panel && slider && handle);
-    QCOMPARE(QSizeF(panel->width(), panel->height()), QSizeF(351, 69));
     QVERIFY(qAbs(handle->x() / (slider->width() - handle->width()) - manager.sliderValue()) < 1e-3);
     w.shot("reader-luminance-panel.png");
 

@@ -39,18 +39,6 @@ bool readFirstChapter(Launch &app, const QString &comicId)
     return QTest::qWaitFor([&] { return app.reader() && app.reader()->pageCount() > 0 && app.pageShown(0); }, 15000);
 }
 
-// The bars shown, come to rest with the tucao bar above the bottom bar.
-bool showBars(const Launch &app)
-{
-    app.reader()->showMenu();
-    return QTest::qWaitFor([&] {
-        QQuickItem *top = app.item(QStringLiteral("readerTopBar"));
-        QQuickItem *bar = app.item(QStringLiteral("readerTucaoMenuBar"));
-        QQuickItem *bottom = app.item(QStringLiteral("readerBottomBar"));
-        return top && bar && bottom && top->y() == 0 && qFuzzyCompare(bar->y() + bar->height(), bottom->y())
-            && qFuzzyCompare(bottom->y() + bottom->height(), qreal(app.window()->height()));
-    });
-}
 } // namespace
 
 class TestReaderScreen : public QObject
@@ -86,7 +74,6 @@ void TestReaderScreen::readingAChapterFromTheDetailPage()
     QCOMPARE(reader->chapterId(), home->chapterView()->rowAt(0)->chapter.chapterId);
     QVERIFY(!app.item(QStringLiteral("comicDetail300000"))); // covered, not drawn
     const int count = reader->pageCount();
-    QVERIFY(!reader->menuShown());
 
     // A swipe to the left turns to page 2.
     const QPoint middle(683, 384);
@@ -99,7 +86,7 @@ void TestReaderScreen::readingAChapterFromTheDetailPage()
     QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(1), 15000);
     app.tap(middle);
     QTRY_VERIFY(reader->menuShown());
-    QVERIFY(showBars(app));
+    QVERIFY(app.showBars());
     QCOMPARE(app.item(QStringLiteral("readerTitle"))->property("text").toString(), reader->title());
     QCOMPARE(app.item(QStringLiteral("readerPageLabel"))->property("text").toString(), QStringLiteral("2/%1").arg(count));
     app.shot("reader-desktop-landscape-mode.png");
@@ -125,10 +112,9 @@ void TestReaderScreen::readingAChapterFromTheDetailPage()
     QTRY_VERIFY(app.restsOn(count - 1));
     app.swipe(QPoint(1200, 384), -900); // well past a twelfth of the width
     QTRY_VERIFY_WITH_TIMEOUT(reader->chapterId() == chapters.at(1).chapterId, 15000);
-    QCOMPARE(reader->currentPageIndex(), 0);
 
     // The chapter panel: a row opens its chapter, and the panel goes.
-    QVERIFY(showBars(app));
+    QVERIFY(app.showBars());
     QVERIFY(app.click(QStringLiteral("readerChapters")));
     // The row, once the panel has slid in.
     QTRY_VERIFY(app.item(QStringLiteral("chapterRow2"))
@@ -141,7 +127,7 @@ void TestReaderScreen::readingAChapterFromTheDetailPage()
     QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
     reader->quickTurnPage(2);
     const QString pageId = reader->pageId();
-    QVERIFY(showBars(app));
+    QVERIFY(app.showBars());
     QVERIFY(app.click(QStringLiteral("readerBack")));
     QTRY_VERIFY(!app.reader());
     QTRY_VERIFY(app.item(QStringLiteral("comicDetail300000")) && app.item(QStringLiteral("navigationRail")));
@@ -169,11 +155,11 @@ void TestReaderScreen::readModesInsideTheWindow()
     QVERIFY(readFirstChapter(app, freeComic));
     VORAReadHomePageViewController *reader = app.reader();
 
-    // Portrait reading: a portrait column in the window the user chose.
-    QCOMPARE(app.window()->size(), screen);
+    // Portrait reading: the column is drawn where the strip puts it (its
+    // place in the window is tst_readerscreen_rules').
     QCOMPARE(reader->getCurrentScreenState(), 0);
     QCOMPARE(sceneRect(app.item(QStringLiteral("readerSurface"))), app.strip()->surfaceRect());
-    QVERIFY(showBars(app));
+    QVERIFY(app.showBars());
     const QRectF window(QPointF(0, 0), QSizeF(screen));
     for (const char *control : {"readerBack", "readerAddBookmark", "readerBookmarks", "readerChapters", "readerLuminance",
                                 "readerHelp", "readerReadMode", "readerPageLabel", "readerSlider", "tucaoShowButton",
@@ -196,10 +182,9 @@ void TestReaderScreen::readModesInsideTheWindow()
     reader->bookmarkManager()->mengbanBtnClick();
     QTRY_VERIFY(!reader->bookmarkManager());
 
-    // Landscape reading takes the whole window; the window stays as it is.
+    // The mode button switches to landscape reading; the window stays as it is.
     QVERIFY(app.click(QStringLiteral("readerReadMode")));
     QTRY_COMPARE(reader->getCurrentScreenState(), 1);
-    QCOMPARE(app.strip()->surfaceRect(), window);
     QCOMPARE(app.window()->size(), screen);
 }
 
@@ -244,17 +229,10 @@ void TestReaderScreen::aPageThatFailsUntilTheSiteIsFixed()
     QVERIFY(reader->menuShown()); // the way back is offered
     app.shot("reader-loading-fail.png");
 
-    // The retry button runs the indicator; the site fixed meanwhile, the retry brings the page.
-    // A second report of the failed page may stop the indicator again before
-    // the test looks: what counts is that the click ran it.
-    VORAComicViewManager *strip = app.strip();
-    bool indicatorRan = false;
-    QObject watch; // goes before the flag it writes
-    QObject::connect(strip, &VORAComicViewManager::loadingFailChanged, &watch,
-                     [&] { indicatorRan = indicatorRan || strip->loadingFailLoading(); });
-    QVERIFY(app.click(QStringLiteral("readerRetry")));
-    QTRY_VERIFY(indicatorRan);
+    // The site fixed, the retry button brings the page (the indicator and
+    // the second request are tst_readerscreen_rules').
     m_site->faults().clear();
+    QVERIFY(app.click(QStringLiteral("readerRetry")));
     QTRY_VERIFY_WITH_TIMEOUT(app.pageShown(0), 15000);
     QTRY_VERIFY(!app.item(QStringLiteral("readerLoadingFail101002")));
 }

@@ -130,14 +130,12 @@ void TestReaderPanelsRules::bookmarkOrder()
     panel->chapterSort();
     QCOMPARE(pageIdsOf(panel->mybookmarkList()), newestFirst);
 
-    // The table follows the list; the row texts of the newest.
+    // The table follows the list: the newest row's date (its info text is
+    // what the panel window suite reads off the rows).
     if (!pages.isEmpty()) {
         const QModelIndex first = panel->bookmarkListModel()->index(0);
         QCOMPARE(first.data(VORABookmarkListModel::DateTextRole).toString(),
                  base.addSecs(60 * minutes.at(pages.indexOf(newestFirst.first()))).toString(QStringLiteral("yyyy-MM-dd")));
-        const int pageIndex = int(pages.indexOf(newestFirst.first()));
-        QCOMPARE(first.data(VORABookmarkListModel::InfoTextRole).toString(),
-                 QStringLiteral("5302_第3话 %1_第") + QString::number(pageIndex + 1) + QStringLiteral("页"));
     }
     QCOMPARE(VORABookmarkListModel::dateText(QDateTime()), QString());
 }

@@ -43,6 +43,18 @@ bool isHttpStatusError(QNetworkReply::NetworkError error)
     }
 }
 
+// An answer whose connection closed before all the bytes its Content-Length
+// announced had come. QNAM may finish such a reply without an error: when the
+// close is seen while the last bytes still wait in the socket, it reads them
+// and takes the close for the end of the answer. (A body inflated on the fly
+// has no Content-Length left to compare with.)
+bool cutShort(const QNetworkReply &reply, qint64 received)
+{
+    bool known = false;
+    const qint64 announced = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong(&known);
+    return known && received < announced;
+}
+
 } // namespace
 
 ASIHTTPRequest::ASIHTTPRequest(const QUrl &url, QObject *parent)
@@ -274,6 +286,7 @@ void ASIHTTPRequest::onReplyFinished()
     m_responseStatusCode = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     m_responseHeaders = reply->rawHeaderPairs();
     const QNetworkReply::NetworkError error = reply->error();
+    const bool truncated = cutShort(*reply, m_responseData.size());
     if (!m_synchronous)
         reply->deleteLater();
     if (m_synchronous) {
@@ -284,6 +297,9 @@ void ASIHTTPRequest::onReplyFinished()
 
     if (m_timedOut) {
         failWithError(NetError::asiError(NetError::RequestTimedOutErrorType));
+    } else if (truncated && (error == QNetworkReply::NoError || isHttpStatusError(error))) {
+        qCInfo(lcNet) << "answer cut short:" << netLogSafe(m_url);
+        failWithError(NetError::asiError(NetError::ConnectionFailureErrorType));
     } else if (error == QNetworkReply::NoError
                || (m_responseStatusCode > 0 && isHttpStatusError(error))) {
         finishWithData();

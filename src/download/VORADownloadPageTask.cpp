@@ -3,11 +3,11 @@
 #include "download/DownloadLog.h"
 
 #include "core/VORAUtility.h"
-#include "net/ASIHTTPRequest.h"
+#include "reader/VORAPageDownloadManager.h"
+#include "reader/VORAReadComicManager.h"
 #include "store/VORAPersistenceManager.h"
 
 #include <QFile>
-#include <QUrl>
 
 std::shared_ptr<VORADownloadPageTask> VORADownloadPageTask::initWithDownloadChapter(const VORADownloadChapterInfoDTO &chapter,
                                                                                    const VORAPageInfoDTO &page)
@@ -26,7 +26,7 @@ bool VORADownloadPageTask::storeFile()
     }
     std::optional<QByteArray> image;
     for (int attempt = 1; attempt <= attempts && !image; ++attempt)
-        image = fetchImage(page.url);
+        image = VORAPageDownloadManager::downloadImage(page.url);
     if (!image) {
         qCInfo(lcDownload) << "page" << page.pageId << "not fetched after" << attempts << "attempts";
         return false;
@@ -38,19 +38,4 @@ bool VORADownloadPageTask::storeFile()
         return false;
     }
     return true;
-}
-
-// One blocking download of the whole body. An error, a status outside 2xx
-// (its body is no page image) and an empty body all give nothing.
-std::optional<QByteArray> VORADownloadPageTask::fetchImage(const QString &url)
-{
-    const QUrl address(url);
-    if (url.isEmpty() || !address.isValid())
-        return std::nullopt;
-    ASIHTTPRequest request(address);
-    request.startSynchronous();
-    const int status = request.responseStatusCode();
-    if (request.error() || status < 200 || status > 299 || request.responseData().isEmpty())
-        return std::nullopt;
-    return request.responseData();
 }

@@ -21,7 +21,4 @@ public:
 protected:
     bool storeFile() override;
     FileKind kind() const override { return FileKind::Page; }
-
-private:
-    static std::optional<QByteArray> fetchImage(const QString &url);
 };

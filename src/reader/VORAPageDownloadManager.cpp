@@ -34,9 +34,9 @@ std::optional<QByteArray> readWholeFile(const QString &path)
     return file.readAll();
 }
 
-// One plain blocking download of the whole body. An error, an HTTP status
-// outside 2xx (its body is no page image) and an empty body all give nothing.
-std::optional<QByteArray> downloadImage(const QString &url)
+} // namespace
+
+std::optional<QByteArray> VORAPageDownloadManager::downloadImage(const QString &url)
 {
     const QUrl address(url);
     if (url.isEmpty() || !address.isValid())
@@ -48,7 +48,6 @@ std::optional<QByteArray> downloadImage(const QString &url)
         return std::nullopt;
     return request.responseData();
 }
-} // namespace
 
 VORAPageDownloadManager::VORAPageDownloadManager(const QString &comicId, const QString &chapterId,
                                                  const VORAPageInfoDTO &page,

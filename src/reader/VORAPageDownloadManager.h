@@ -72,6 +72,10 @@ public:
     // Test seam: when set, runs on the loader's thread after a page image was
     // downloaded and before it is written to the page cache (online loads
     // only). Tests use it to cancel a loader at exactly that point.
+    // One plain blocking download of a page image's whole body (worker
+    // threads only). An error, an HTTP status outside 2xx (its body is no
+    // page image) and an empty body all give nothing.
+    static std::optional<QByteArray> downloadImage(const QString &url);
     static void setBeforeCacheWriteHookForTesting(std::function<void(VORAPageDownloadManager *)> hook);
 
 signals:

@@ -75,7 +75,7 @@ int child(bool covers, int frames, int argc, char **argv)
     delegate.setInitialSize(1366, 768);
     delegate.didFinishLaunching();
     QQuickWindow *window = delegate.window();
-    auto *manager = qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
+    auto *manager = VORABookShelfManager::sharedManager();
     if (!window || !manager)
         return 2;
     delegate.rootViewController()->showHomePage();

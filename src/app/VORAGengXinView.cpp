@@ -38,14 +38,12 @@ QHash<int, QByteArray> VORAGengXinView::roleNames() const
             {LatestChapterNameRole, "latestChapterName"}};
 }
 
-void VORAGengXinView::setUpdatedRecords(const QList<BookshelfPtr> &records)
+void VORAGengXinView::setUpdatedRecords(const QList<VORABookShelf> &records)
 {
     QList<Row> rows;
     rows.reserve(records.size());
-    for (const BookshelfPtr &record : records) {
-        if (record)
-            rows.append({record->comicId(), record->comicName(), record->coverUrl(), record->latestUpdateChapterName()});
-    }
+    for (const VORABookShelf &entry : records)
+        rows.append({entry.comicId, entry.comicName, entry.coverUrl, entry.latestUpdateChapterName});
     const bool counted = rows.size() != m_rows.size();
     beginResetModel();
     m_rows = std::move(rows);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/Bookshelf.h"
+#include "store/VORABookShelf.h"
 
 #include <QAbstractListModel>
 #include <QList>
@@ -41,7 +41,7 @@ public:
     bool isOpen() const { return m_open; }
 
     // The updated records; an empty list also closes the panel.
-    void setUpdatedRecords(const QList<BookshelfPtr> &records);
+    void setUpdatedRecords(const QList<VORABookShelf> &records);
     Q_INVOKABLE void openPanel();
     Q_INVOKABLE void closePanel();
     // A tap on a row: the panel closes and the comic's page opens.

@@ -18,8 +18,8 @@
 #include "platform/NotificationCenter.h"
 #include "reader/VORAReadHomePageViewController.h"
 #include "store/VORABookMarkView.h"
+#include "store/VORABookShelfManager.h"
 #include "store/VORABoolshelf.h"
-#include "store/VORADatabaseManager.h"
 #include "store/VORARecendRead.h"
 
 #include <QUrl>
@@ -312,12 +312,14 @@ void VORARootViewController::downloadUpdate(const Notification &n)
     emit badgesChanged();
 }
 
-QList<BookshelfPtr> VORARootViewController::getBookshelfUpdateArray() const
+QList<VORABookShelf> VORARootViewController::getBookshelfUpdateArray() const
 {
-    QList<BookshelfPtr> updated;
-    for (const BookshelfPtr &record : VORADatabaseManager().getAllBookshelf()) {
-        if (record && record->isHasUpdate())
-            updated.append(record);
+    QList<VORABookShelf> updated;
+    if (const VORABookShelfManager *manager = VORABookShelfManager::sharedManager()) {
+        for (const VORABookShelf &entry : manager->getAllBookshelf()) {
+            if (entry.isHasUpdate)
+                updated.append(entry);
+        }
     }
     return updated;
 }
@@ -326,7 +328,7 @@ void VORARootViewController::bookshelfUpdate()
 {
     if (m_bookshelfView)
         m_bookshelfView->updateView();
-    const QList<BookshelfPtr> updated = getBookshelfUpdateArray();
+    const QList<VORABookShelf> updated = getBookshelfUpdateArray();
     const qint64 count = updated.size();
     if (count > 0 && !VORAUserConfig::shareUserConfigInstance()->isNotifyUpdate()) {
         // Updates are not to be shown: the badge goes, the panel keeps what it had.
@@ -341,7 +343,7 @@ void VORARootViewController::bookshelfUpdate()
     rightGengXinEvaluate(updated);
 }
 
-void VORARootViewController::rightGengXinEvaluate(const QList<BookshelfPtr> &updated)
+void VORARootViewController::rightGengXinEvaluate(const QList<VORABookShelf> &updated)
 {
     m_gengXinView->setUpdatedRecords(updated);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/Bookshelf.h"
+#include "store/VORABookShelf.h"
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -160,10 +160,11 @@ public:
     Q_INVOKABLE void requestSignIn();
     void downloadUpdate(const Notification &n);
     void bookshelfUpdate();
-    // The shelf records marked updated, in store order.
-    QList<BookshelfPtr> getBookshelfUpdateArray() const;
-    // Hands the updated records to the side panel.
-    void rightGengXinEvaluate(const QList<BookshelfPtr> &updated);
+    // The shelf entries marked updated, in the shelf manager's order (its
+    // in-memory list: no store read on the main thread).
+    QList<VORABookShelf> getBookshelfUpdateArray() const;
+    // Hands the updated entries to the side panel.
+    void rightGengXinEvaluate(const QList<VORABookShelf> &updated);
     void showHomePage();
     Q_INVOKABLE void updateBackground(const QString &name);
     // The window's size decides the orientation: taller than wide is portrait.

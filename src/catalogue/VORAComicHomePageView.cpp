@@ -26,11 +26,6 @@ const QString kFirstPage = QStringLiteral("kFirstPage");
 const QString tipTitle = QStringLiteral("提示");
 const QString reminderTitle = QStringLiteral("温馨提醒");
 
-VORABookShelfManager *shelfManager()
-{
-    return qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
-}
-
 QString themeNames(const QString &themeIds)
 {
     static const QHash<QString, QString> names = {
@@ -196,7 +191,7 @@ void VORAComicHomePageView::setComicId(const QString &comicId)
 void VORAComicHomePageView::initBookshelfAndReadHistory()
 {
     VORAAppGlobalData *global = VORAAppGlobalData::shareAppGlobalData();
-    const bool inShelf = shelfManager() && shelfManager()->getBookshelfWithComicId(m_comicId).has_value();
+    const bool inShelf = VORABookShelfManager::sharedManager() && VORABookShelfManager::sharedManager()->getBookshelfWithComicId(m_comicId).has_value();
     if (inShelf != m_inBookshelf) {
         m_inBookshelf = inShelf;
         emit bookshelfChanged();
@@ -320,7 +315,7 @@ void VORAComicHomePageView::applyComicInfo(const VORAComicInfoDTO &comic, bool f
         m_io.start([copy]() { VORAComicCache::shareComicCacheObj()->cacheComic(copy); });
 
         // The shelf entry follows the fresh information.
-        if (VORABookShelfManager *manager = shelfManager()) {
+        if (VORABookShelfManager *manager = VORABookShelfManager::sharedManager()) {
             if (std::optional<VORABookShelf> entry = manager->getBookshelfWithComicId(m_comicId)) {
                 VORABookShelf updated = *entry;
                 updated.comicName = comic.name;
@@ -477,7 +472,7 @@ void VORAComicHomePageView::addBookShelfBtnClick()
     }
     if (!m_comicInfoDTO)
         return;
-    VORABookShelfManager *manager = shelfManager();
+    VORABookShelfManager *manager = VORABookShelfManager::sharedManager();
     if (!manager) {
         qCWarning(lcCatalogue) << "no bookshelf manager";
         return;

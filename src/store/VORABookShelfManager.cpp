@@ -76,6 +76,11 @@ std::optional<VORABookShelf> VORABookShelfManager::getBookshelfWithComicId(const
     return std::nullopt;
 }
 
+VORABookShelfManager *VORABookShelfManager::sharedManager()
+{
+    return qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
+}
+
 int VORABookShelfManager::latestCount() const
 {
     return int(std::count_if(m_shelf.cbegin(), m_shelf.cend(), [](const auto &e) { return e.isHasUpdate; }));

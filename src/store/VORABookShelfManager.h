@@ -34,6 +34,8 @@ public:
     // Makes VORAAppGlobalData create this manager. Call before the first
     // shareAppGlobalData().
     static void installIntoGlobalData();
+    // The process's manager (the global data's), or null before installIntoGlobalData().
+    static VORABookShelfManager *sharedManager();
 
     QList<VORABookShelf> getAllBookshelf() const { return m_shelf; }
     std::optional<VORABookShelf> getBookshelfWithComicId(const QString &comicId) const;

@@ -14,7 +14,7 @@ VORABoolshelf::VORABoolshelf(QObject *parent)
 {
     m_io.setMaxThreadCount(1);
     m_io.setExpiryTimeout(2000);
-    if (VORABookShelfManager *shelf = manager()) {
+    if (VORABookShelfManager *shelf = VORABookShelfManager::sharedManager()) {
         connect(shelf, &VORABookShelfManager::synchronizationFinished, this,
                 [this](bool, const QString &message, int) { synchronizationFinished(message); });
         connect(shelf, &VORABookShelfManager::removalExchangeFinished, this, [this](bool) {
@@ -29,11 +29,6 @@ VORABoolshelf::VORABoolshelf(QObject *parent)
 VORABoolshelf::~VORABoolshelf()
 {
     m_io.waitForDone();
-}
-
-VORABookShelfManager *VORABoolshelf::manager() const
-{
-    return qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
 }
 
 QString VORABoolshelf::emptyText()
@@ -65,7 +60,7 @@ void VORABoolshelf::setEditing(bool editing)
 void VORABoolshelf::updateView()
 {
     QList<VORABookShelfDTO> rows;
-    if (VORABookShelfManager *shelf = manager()) {
+    if (VORABookShelfManager *shelf = VORABookShelfManager::sharedManager()) {
         for (const VORABookShelf &entry : shelf->getAllBookshelf())
             rows.append(VORABookShelfDTO::fromBookShelf(entry));
     }
@@ -81,7 +76,7 @@ void VORABoolshelf::updateView()
 
 void VORABoolshelf::deleteComic(const QString &comicId)
 {
-    VORABookShelfManager *shelf = manager();
+    VORABookShelfManager *shelf = VORABookShelfManager::sharedManager();
     const auto entry = shelf ? shelf->getBookshelfWithComicId(comicId) : std::nullopt;
     if (!entry)
         return;
@@ -117,7 +112,7 @@ void VORABoolshelf::alertView(int tag, int buttonIndex)
         emit signInRequested();
         return;
     }
-    VORABookShelfManager *shelf = manager();
+    VORABookShelfManager *shelf = VORABookShelfManager::sharedManager();
     if (!shelf || shelf->isSynchronizing())
         return;
     setSynchronizeEnabled(false);
@@ -143,7 +138,7 @@ void VORABoolshelf::openComic(const QString &comicId)
 {
     if (m_editing)
         return;
-    VORABookShelfManager *shelf = manager();
+    VORABookShelfManager *shelf = VORABookShelfManager::sharedManager();
     if (const auto entry = shelf ? shelf->getBookshelfWithComicId(comicId) : std::nullopt)
         emit openComicRequested(entry->comicId, entry->comicName, entry->coverUrl);
 }

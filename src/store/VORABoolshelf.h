@@ -70,7 +70,6 @@ signals:
     void signInRequested();
 
 private:
-    VORABookShelfManager *manager() const;
     void setSynchronizeEnabled(bool enabled);
     void synchronizationFinished(const QString &message);
 

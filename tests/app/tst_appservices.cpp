@@ -18,6 +18,7 @@
 #include "core/VORAUserConfig.h"
 #include "core/VORAUtility.h"
 #include "platform/NotificationCenter.h"
+#include "store/VORABookShelfManager.h"
 #include "store/VORADatabaseManager.h"
 
 #include <QDir>
@@ -79,6 +80,7 @@ void TestAppServices::initTestCase()
     QVERIFY(m_site->listen() != 0);
     qputenv("QUORIN_API_BASE", m_site->baseUrl().toString().toUtf8());
     VORADatabaseManager::initializeDB();
+    VORABookShelfManager::installIntoGlobalData();
     VORAAppGlobalData::shareAppGlobalData();
 }
 
@@ -175,10 +177,9 @@ void TestAppServices::bookshelfBadge()
         shelf[i].comicId = QString::number(9000 + i);
         shelf[i].isHasUpdate = i % 2 == 0;
     }
-    VORADatabaseManager db;
-    db.addBookshelfWithBookshelfList(shelf);
+    QVERIFY(VORABookShelfManager::sharedManager());
+    VORABookShelfManager::sharedManager()->addBookshelfList(shelf); // posts the count change
     const QString name = QString::fromLatin1(VORANotificationNames::bookshelfLatestCountChange);
-    NotificationCenter::defaultCenter().post(name);
     QCOMPARE(root.bookshelfBadge(), QStringLiteral("2"));
     QVERIFY(root.bookshelfBadgeVisible());
 

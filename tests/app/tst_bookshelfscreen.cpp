@@ -24,7 +24,7 @@ namespace {
 
 VORABookShelfManager *shelfManager()
 {
-    return qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
+    return VORABookShelfManager::sharedManager();
 }
 
 // The last shelf exchange the site received, decoded.

@@ -49,7 +49,7 @@ void TestShelfBadge::updatedComicsOnTheBadgeAndThePanel()
     QVERIFY(app.started());
     if (!app.item(QStringLiteral("button105")))
         QSKIP("this build offers no bookshelf button");
-    auto *manager = qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
+    auto *manager = VORABookShelfManager::sharedManager();
     QVERIFY(manager);
 
     // Two comics older than the site's chapters, one from the future.

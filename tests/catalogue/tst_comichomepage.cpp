@@ -333,7 +333,7 @@ void TestComicHomePage::bookshelfButton()
     // the shelf: tst_userpanel, through the window. A new page for the same
     // comic finds it there, and its button takes it off.
     QVERIFY(signInAs(QStringLiteral("reader"), QStringLiteral("reader123")));
-    auto *manager = qobject_cast<VORABookShelfManager *>(VORAAppGlobalData::shareAppGlobalData()->bookShelfManager());
+    auto *manager = VORABookShelfManager::sharedManager();
     QVERIFY(manager);
     auto view = openComic(QStringLiteral("10001"));
     QVERIFY(view);
